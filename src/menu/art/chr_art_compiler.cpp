@@ -1,0 +1,276 @@
+// Build-time tool: turns the text-art pattern table into the 8 KB binary, a C++ source that compiles
+// it into the program, and a PNG preview of both tables.
+//
+//   chr_art_compiler <art.txt> <chr_data.bin> <menu_chr_data.cpp> <preview.png>
+
+#include <zlib.h>
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kTileBytes = 16;
+constexpr int kTablesBytes = 8192;
+constexpr int kTableBytes = kTablesBytes / 2;
+using Chr = std::array<std::uint8_t, kTablesBytes>;
+
+struct ArtError {
+    int line;
+    std::string message;
+};
+
+std::string stripComment(const std::string& line)
+{
+    std::string text = line.substr(0, line.find(';'));
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '\r'))
+        text.pop_back();
+    return text;
+}
+
+std::optional<int> pixelValue(char c)
+{
+    switch (c) {
+    case '.': return 0;
+    case '#': return 1;
+    case '+': return 2;
+    case '@': return 3;
+    default: return std::nullopt;
+    }
+}
+
+void setPixel(Chr& chr, int table, int tile, int x, int y, int value)
+{
+    const int base = table * kTableBytes + tile * kTileBytes;
+    const auto mask = static_cast<std::uint8_t>(0x80 >> x);
+    if (value & 1)
+        chr[static_cast<std::size_t>(base + y)] |= mask;
+    if (value & 2)
+        chr[static_cast<std::size_t>(base + y + 8)] |= mask;
+}
+
+struct Header {
+    int tile = 0;
+    std::vector<int> tables;
+    int columns = 1;
+    int rows = 1;
+};
+
+std::optional<Header> parseHeader(const std::string& text, std::string& problem)
+{
+    std::istringstream in(text);
+    std::string word, number, tables, size;
+    in >> word >> number >> tables >> size;
+    Header header;
+    if (word != "tile" || number.size() < 2 || number[0] != '$') {
+        problem = "expected a header like \"tile $41 both\"";
+        return std::nullopt;
+    }
+    try {
+        header.tile = std::stoi(number.substr(1), nullptr, 16);
+    } catch (...) {
+        problem = "bad tile number " + number;
+        return std::nullopt;
+    }
+    if (tables == "both")
+        header.tables = {0, 1};
+    else if (tables == "bg")
+        header.tables = {0};
+    else if (tables == "sprite")
+        header.tables = {1};
+    else {
+        problem = "table must be both, bg or sprite";
+        return std::nullopt;
+    }
+    if (!size.empty() && std::sscanf(size.c_str(), "%dx%d", &header.columns, &header.rows) != 2) {
+        problem = "size must look like 2x2";
+        return std::nullopt;
+    }
+    const int last = header.tile + (header.rows - 1) * 16 + header.columns - 1;
+    if (header.tile < 0 || header.columns < 1 || header.rows < 1 || header.tile % 16 + header.columns > 16 || last > 255) {
+        problem = "the tiles do not fit the table";
+        return std::nullopt;
+    }
+    return header;
+}
+
+std::optional<ArtError> compileArt(std::istream& in, Chr& chr)
+{
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(stripComment(line));
+
+    std::array<std::array<bool, 256>, 2> drawn{};
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (lines[i].empty())
+            continue;
+        const int headerLine = static_cast<int>(i) + 1;
+        std::string problem;
+        const auto header = parseHeader(lines[i], problem);
+        if (!header)
+            return ArtError{headerLine, problem};
+        for (int table : header->tables)
+            for (int r = 0; r < header->rows; ++r)
+                for (int c = 0; c < header->columns; ++c) {
+                    bool& seen = drawn[static_cast<std::size_t>(table)][static_cast<std::size_t>(header->tile + r * 16 + c)];
+                    if (seen)
+                        return ArtError{headerLine, "a tile is drawn twice"};
+                    seen = true;
+                }
+        const int height = header->rows * 8;
+        const auto width = static_cast<std::size_t>(header->columns * 8);
+        for (int y = 0; y < height; ++y) {
+            ++i;
+            if (i >= lines.size() || lines[i].size() != width)
+                return ArtError{static_cast<int>(i) + 1, "expected a pixel row of " + std::to_string(width) + " characters"};
+            for (std::size_t x = 0; x < width; ++x) {
+                const auto value = pixelValue(lines[i][x]);
+                if (!value)
+                    return ArtError{static_cast<int>(i) + 1, std::string("unknown pixel character '") + lines[i][x] + "'"};
+                const int tile = header->tile + (y / 8) * 16 + static_cast<int>(x / 8);
+                for (int table : header->tables)
+                    setPixel(chr, table, tile, static_cast<int>(x % 8), y % 8, *value);
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+std::string cppSource(const Chr& chr)
+{
+    std::ostringstream out;
+    out << "// Generated by chr_art_compiler from src/menu/art/menu_chr.txt: edit the art, not this file.\n"
+           "#include \"menu/art/menu_chr.h\"\n\n"
+           "namespace zunbrix {\nnamespace {\n\n"
+           "constexpr std::array<std::uint8_t, kMenuChrBytes> kMenuChr = {\n";
+    char hex[8];
+    for (std::size_t i = 0; i < chr.size(); ++i) {
+        std::snprintf(hex, sizeof hex, "0x%02X,", chr[i]);
+        out << (i % 16 == 0 ? "    " : " ") << hex << (i % 16 == 15 ? "\n" : "");
+    }
+    out << "};\n\n} // namespace\n\n"
+           "std::span<const std::uint8_t, kMenuChrBytes> MenuChr()\n{\n    return kMenuChr;\n}\n\n"
+           "} // namespace zunbrix\n";
+    return out.str();
+}
+
+// ---- PNG preview: both tables side by side, each 16 by 16 tiles, scaled up, with a grid ----
+
+constexpr int kScale = 3;
+constexpr int kCell = 8 * kScale + 1;        // a tile and its grid line
+constexpr int kTableSide = 16 * kCell + 1;
+constexpr int kGap = 16;
+constexpr int kWidth = 2 * kTableSide + kGap;
+constexpr int kHeight = kTableSide;
+// The menu's default sprite palette 0: black backdrop, white, orange, blue.
+constexpr std::array<std::uint32_t, 4> kPreviewColours = {0x000000, 0xFFFFFF, 0xFF9A38, 0x5D96FF};
+constexpr std::uint32_t kGridColour = 0x3A3A3A;
+constexpr std::uint32_t kGapColour = 0x202020;
+
+int pixelOf(const Chr& chr, int table, int tile, int x, int y)
+{
+    const int base = table * kTableBytes + tile * kTileBytes;
+    const int bit = 7 - x;
+    return ((chr[static_cast<std::size_t>(base + y)] >> bit) & 1) | (((chr[static_cast<std::size_t>(base + y + 8)] >> bit) & 1) << 1);
+}
+
+std::uint32_t previewColour(const Chr& chr, int px, int py)
+{
+    const int table = px < kTableSide + kGap / 2 ? 0 : 1;
+    const int tx = px - table * (kTableSide + kGap);
+    if (tx < 0 || tx >= kTableSide)
+        return kGapColour;
+    if (tx % kCell == 0 || py % kCell == 0)
+        return kGridColour;
+    const int tile = (py / kCell) * 16 + tx / kCell;
+    return kPreviewColours[static_cast<std::size_t>(pixelOf(chr, table, tile, (tx % kCell - 1) / kScale, (py % kCell - 1) / kScale))];
+}
+
+void appendWord(std::string& out, std::uint32_t value)
+{
+    for (int shift = 24; shift >= 0; shift -= 8)
+        out.push_back(static_cast<char>((value >> shift) & 0xFF));
+}
+
+void appendChunk(std::string& png, const char* type, const std::string& data)
+{
+    appendWord(png, static_cast<std::uint32_t>(data.size()));
+    const std::string body = std::string(type, 4) + data;
+    png += body;
+    appendWord(png, static_cast<std::uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(body.data()), static_cast<uInt>(body.size()))));
+}
+
+std::optional<std::string> pngPreview(const Chr& chr)
+{
+    std::string raw;
+    for (int y = 0; y < kHeight; ++y) {
+        raw.push_back('\0'); // no filter
+        for (int x = 0; x < kWidth; ++x) {
+            const std::uint32_t rgb = previewColour(chr, x, y);
+            raw.push_back(static_cast<char>(rgb >> 16));
+            raw.push_back(static_cast<char>(rgb >> 8));
+            raw.push_back(static_cast<char>(rgb));
+        }
+    }
+    uLongf packedSize = compressBound(static_cast<uLong>(raw.size()));
+    std::string packed(packedSize, '\0');
+    if (compress2(reinterpret_cast<Bytef*>(packed.data()), &packedSize, reinterpret_cast<const Bytef*>(raw.data()),
+                  static_cast<uLong>(raw.size()), 9) != Z_OK)
+        return std::nullopt;
+    packed.resize(packedSize);
+
+    std::string header;
+    appendWord(header, kWidth);
+    appendWord(header, kHeight);
+    header += std::string("\x08\x02\x00\x00\x00", 5); // 8 bits, RGB, deflate, no filter set, no interlace
+    std::string png("\x89PNG\r\n\x1A\n", 8);
+    appendChunk(png, "IHDR", header);
+    appendChunk(png, "IDAT", packed);
+    appendChunk(png, "IEND", {});
+    return png;
+}
+
+bool writeFile(const std::string& path, const std::string& data)
+{
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(data.data(), static_cast<std::streamsize>(data.size()));
+    return static_cast<bool>(out);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 5) {
+        std::cerr << "usage: chr_art_compiler <art.txt> <chr_data.bin> <menu_chr_data.cpp> <preview.png>\n";
+        return 2;
+    }
+    std::ifstream art(argv[1]);
+    if (!art) {
+        std::cerr << argv[1] << ": cannot open\n";
+        return 1;
+    }
+    Chr chr{};
+    if (const auto error = compileArt(art, chr)) {
+        std::cerr << argv[1] << ":" << error->line << ": " << error->message << "\n";
+        return 1;
+    }
+    const auto png = pngPreview(chr);
+    if (!png) {
+        std::cerr << "chr_art_compiler: compressing the preview failed\n";
+        return 1;
+    }
+    const std::string binary(reinterpret_cast<const char*>(chr.data()), chr.size());
+    if (!writeFile(argv[2], binary) || !writeFile(argv[3], cppSource(chr)) || !writeFile(argv[4], *png)) {
+        std::cerr << "chr_art_compiler: cannot write the outputs\n";
+        return 1;
+    }
+    return 0;
+}
