@@ -52,8 +52,8 @@ public:
     static DesignDocument& process();
 
     // Fills the document from the settings store. Lists are read only while empty; the tiles, the
-    // character map, BigSprite and ArrowTile are read anew each time. False, with nothing changed,
-    // when there are no factory tiles to fall back on.
+    // character map, BigSprite and ArrowTile are read anew each time. False when there are no factory
+    // tiles to fall back on; the loading stops there.
     bool LoadDesign();
 
     // The 16 bytes of a tile; bank 0 holds the background tiles, bank 1 the sprite tiles.
@@ -90,7 +90,6 @@ public:
 private:
     static TileEntry defaultArrowTile();
     bool loadDefaultChr();
-    void loadTileLists();
     void loadArrowTileList();
 
     std::span<const std::uint8_t> menuChr_;
