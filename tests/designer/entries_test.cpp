@@ -78,36 +78,17 @@ TEST(DesignRecord, RecordsSplitBackToBackAndStopAtTheEnd)
     EXPECT_TRUE(SplitRecords(bytes({1, 0, 0, 0, 0, 0})).empty()); // less than a header
 }
 
-TEST(DesignRecord, TextPayloadRoundTripsWithoutItsId)
+TEST(DesignRecord, TextPayloadRoundTripsWithinItsField)
 {
-    TextEntry entry{42, -3, 29, QString::fromUtf8("HI Ü")};
-    const QByteArray payload = TextRecordPayload(entry);
-    EXPECT_EQ(payload.size(), 12 + 8 + 8);
-    const auto back = TextEntryFromPayload(payload);
+    const auto back = TextEntryFromPayload(TextRecordPayload({42, -3, 29, QString::fromUtf8("HI Ü")}));
     ASSERT_TRUE(back);
-    EXPECT_EQ(back->id, -1);
-    EXPECT_EQ(back->x, -3);
-    EXPECT_EQ(back->y, 29);
-    EXPECT_EQ(back->text, entry.text);
-}
+    EXPECT_EQ(*back, (TextEntry{-1, -3, 29, QString::fromUtf8("HI Ü")})); // the id is not stored
 
-TEST(DesignRecord, StoredTextIsBoundByItsField)
-{
-    // Cut at the first zero unit.
-    auto cut = TextEntryFromPayload(textPayload(1, 2, 6, bytes({'A', 0, 0, 0, 'B', 0})));
-    ASSERT_TRUE(cut);
-    EXPECT_EQ(cut->text, "A");
-
-    // 260 units fill the field; only 259 survive.
-    auto longest = TextEntryFromPayload(textPayload(0, 0, 520, QByteArray(520, 'x')));
-    ASSERT_TRUE(longest);
-    EXPECT_EQ(longest->text.size(), 259);
-
+    // Cut at the first zero unit; 260 units fill the field and only 259 survive; more is refused.
+    EXPECT_EQ(TextEntryFromPayload(textPayload(1, 2, 6, bytes({'A', 0, 0, 0, 'B', 0})))->text, "A");
+    EXPECT_EQ(TextEntryFromPayload(textPayload(0, 0, 520, QByteArray(520, 'x')))->text.size(), 259);
     EXPECT_FALSE(TextEntryFromPayload(textPayload(0, 0, 522, QByteArray(522, 'x'))));
     EXPECT_FALSE(TextEntryFromPayload(bytes({1, 0, 0, 0, 2, 0, 0, 0})));
-
     // A byte length past the payload takes what is there.
-    auto shortened = TextEntryFromPayload(textPayload(0, 0, 40, bytes({'Q', 0})).left(14));
-    ASSERT_TRUE(shortened);
-    EXPECT_EQ(shortened->text, "Q");
+    EXPECT_EQ(TextEntryFromPayload(textPayload(0, 0, 40, bytes({'Q', 0})).left(14))->text, "Q");
 }
