@@ -1,0 +1,172 @@
+#include "build/nes_image.h"
+
+#include "build/board_tables.h"
+#include "frame/paths.h"
+
+#include <QFile>
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+namespace zunbrix {
+
+namespace {
+
+constexpr std::uint32_t kHeaderBytes = 16;
+constexpr std::uint32_t kTrainerBytes = 512;
+constexpr std::size_t kReadPieceBytes = 1 << 20;
+
+bool hasMagic(const std::array<std::uint8_t, 16>& header)
+{
+    return std::memcmp(header.data(), "NES\x1A", 4) == 0;
+}
+
+bool headerIsNes20(const std::array<std::uint8_t, 16>& header)
+{
+    return ((header[7] >> 2) & 3) == 2;
+}
+
+std::uint32_t headerMapper(const std::array<std::uint8_t, 16>& header)
+{
+    std::uint32_t mapper = ((header[7] >> 4) << 4) | (header[6] >> 4);
+    if (headerIsNes20(header))
+        mapper |= (header[8] & 15u) << 8;
+    return mapper;
+}
+
+// CRC-32 of `size` bytes from `offset` in the file; what the file does not hold counts as FF bytes.
+std::uint32_t checksumArea(QFile& file, std::uint32_t offset, std::uint32_t size)
+{
+    std::vector<char> piece(std::min<std::size_t>(size, kReadPieceBytes));
+    std::uint32_t crc = crc32Update(0, nullptr, 0);
+    std::uint32_t done = 0;
+    if (file.seek(offset)) {
+        while (done < size) {
+            const qint64 got = file.read(piece.data(), std::min<qint64>(size - done, qint64(piece.size())));
+            if (got <= 0)
+                break;
+            crc = crc32Update(crc, piece.data(), std::size_t(got));
+            done += std::uint32_t(got);
+        }
+    }
+    std::fill(piece.begin(), piece.end(), char(0xFF));
+    while (done < size) {
+        const std::size_t part = std::min<std::size_t>(size - done, piece.size());
+        crc = crc32Update(crc, piece.data(), part);
+        done += std::uint32_t(part);
+    }
+    return crc;
+}
+
+} // namespace
+
+std::uint32_t crc32Update(std::uint32_t crc, const void* data, std::size_t size)
+{
+    // zlib counts lengths in `uInt`, so long data goes in pieces.
+    constexpr std::size_t kPiece = std::size_t(1) << 30;
+    const auto* bytes = static_cast<const Bytef*>(data);
+    uLong value = crc;
+    do {
+        const std::size_t part = std::min(size, kPiece);
+        value = ::crc32(value, bytes, uInt(part));
+        bytes += part;
+        size -= part;
+    } while (size > 0);
+    return std::uint32_t(value);
+}
+
+GameEntry::GameEntry(const QString& filePath)
+    : path(filePath), name(FileNameOf(filePath, false))
+{
+    QFile file(filePath);
+    if (file.open(QIODevice::ReadOnly))
+        headerRead = file.read(reinterpret_cast<char*>(header.data()), kHeaderBytes) == kHeaderBytes;
+    coolboyFit = valid() && fitsCoolboy(mapper(), prgBanks(), chrBanks());
+    coolgirlFit = valid() && fitsCoolgirl(mapper(), prgBanks());
+}
+
+bool GameEntry::valid() const
+{
+    return headerRead && hasMagic(header);
+}
+
+bool GameEntry::isNes20() const
+{
+    return headerIsNes20(header);
+}
+
+std::uint32_t GameEntry::mapper() const
+{
+    return headerMapper(header);
+}
+
+std::uint32_t GameEntry::prgBanks() const
+{
+    return header[4] | (isNes20() ? (header[9] & 15u) << 8 : 0u);
+}
+
+std::uint32_t GameEntry::chrBanks() const
+{
+    return header[5] | (isNes20() ? (header[9] >> 4u) << 8 : 0u);
+}
+
+bool NesImage::load(const QString& filePath)
+{
+    *this = NesImage();
+    path = filePath;
+    QFile file(filePath);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    std::array<std::uint8_t, 16> header{'N', 'E', 'S', 0x1A};
+    // A short header is no error: the preset stands in for what is missing.
+    if (file.read(reinterpret_cast<char*>(header.data()), kHeaderBytes) < 0 || !hasMagic(header))
+        return false;
+
+    name = FileNameOf(filePath, false);
+    headerSize = kHeaderBytes;
+    hasTrainer = header[6] & 0x04;
+    trainerSize = hasTrainer ? kTrainerBytes : 0;
+    mapper = headerMapper(header);
+    // Only the low size bytes: the build works with at most 255 banks of each.
+    setPrgBanks(header[4]);
+    setChrBanks(header[5]);
+    setPrgLayoutBanks(header[4]);
+    setChrLayoutBanks(header[5]);
+    verticalMirroring = header[6] & 0x01;
+    battery = header[6] & 0x02;
+    fourScreen = header[6] & 0x08;
+    valid = true;
+
+    prgCrc32 = checksumArea(file, prgFileOffset(), prgBytes);
+    chrCrc32 = checksumArea(file, chrFileOffset(), chrBytes);
+    return true;
+}
+
+void NesImage::setPrgBanks(std::uint32_t banks)
+{
+    prgBanks = banks;
+    prgBytes = banks << 14;
+}
+
+void NesImage::setChrBanks(std::uint32_t banks)
+{
+    chrBanks = banks;
+    chrBytes = banks << 13;
+}
+
+void NesImage::setPrgLayoutBanks(std::uint32_t banks)
+{
+    prgLayoutBanks = banks;
+    prgLayoutBytes = banks << 14;
+}
+
+void NesImage::setChrLayoutBanks(std::uint32_t banks)
+{
+    chrLayoutBanks = banks;
+    chrLayoutBytes = banks << 13;
+}
+
+} // namespace zunbrix

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace zunbrix {
+
+// CRC-32 in the standard reflected form, continuing `crc` over `size` bytes.
+std::uint32_t crc32Update(std::uint32_t crc, const void* data, std::size_t size);
+
+// One row of the game list: reads only the 16 header bytes of its file.
+struct GameEntry {
+    GameEntry() = default;
+    // Reads the header and stores the fit marks; a file that won't open still makes an entry, not valid.
+    explicit GameEntry(const QString& filePath);
+
+    QString path;
+    QString name;
+    QString remark;
+    std::array<std::uint8_t, 16> header{'N', 'E', 'S', 0x1A};
+    bool headerRead = false;
+    bool checked = false;
+    bool coolboyFit = false;
+    bool coolgirlFit = false;
+
+    bool valid() const;
+    bool isNes20() const;
+    // NES 2.0's upper size and mapper bits count here, unlike in NesImage.
+    std::uint32_t mapper() const;
+    std::uint32_t prgBanks() const;
+    std::uint32_t chrBanks() const;
+    bool verticalMirroring() const { return header[6] & 0x01; }
+    bool battery() const { return header[6] & 0x02; }
+    bool hasTrainer() const { return header[6] & 0x04; }
+};
+
+// A game or the menu as the build sees it: sizes, checksums and file positions, never the data itself.
+struct NesImage {
+    NesImage() = default;
+    // A failed load leaves `valid` false; validation reports it.
+    explicit NesImage(const QString& filePath) { load(filePath); }
+
+    bool prgPlaced = false;
+    bool chrPlaced = false;
+    std::uint32_t prgOffset = 0;
+    std::uint32_t chrOffset = 0;
+    std::uint32_t prgCrc32 = 0;
+    std::uint32_t chrCrc32 = 0;
+    std::uint32_t prgLayoutBytes = 0;
+    std::uint32_t chrLayoutBytes = 0;
+    std::uint32_t prgBanks = 0;
+    std::uint32_t chrBanks = 0;
+    std::uint32_t prgBytes = 0;
+    std::uint32_t chrBytes = 0;
+    std::uint32_t listIndex = 0;
+    std::uint32_t mapper = 0;
+    std::uint32_t headerSize = 0;
+    std::uint32_t prgLayoutBanks = 0;
+    std::uint32_t chrLayoutBanks = 0;
+    std::uint32_t trainerSize = 0;
+    bool verticalMirroring = false;
+    bool hasTrainer = false;
+    bool battery = false;
+    bool fourScreen = false;
+    bool isMenu = false;
+    bool valid = false;
+    QString path;
+    QString name;
+
+    // Reads the header and checksums the PRG and CHR areas; data past the file's end counts as FF.
+    bool load(const QString& filePath);
+
+    void setPrgBanks(std::uint32_t banks);
+    void setChrBanks(std::uint32_t banks);
+    void setPrgLayoutBanks(std::uint32_t banks);
+    void setChrLayoutBanks(std::uint32_t banks);
+
+    std::uint32_t prgFileOffset() const { return headerSize + trainerSize; }
+    std::uint32_t chrFileOffset() const { return headerSize + trainerSize + prgBytes; }
+};
+
+} // namespace zunbrix
