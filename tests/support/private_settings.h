@@ -10,7 +10,8 @@ namespace zunbrix::testing {
 // user's real settings, and puts the previous redirection back afterwards.
 class PrivateSettings {
 public:
-    PrivateSettings() : previous_(qgetenv("ZUNBRIX_CONFIG_DIR")), hadPrevious_(qEnvironmentVariableIsSet("ZUNBRIX_CONFIG_DIR"))
+    PrivateSettings()
+        : previous_(qgetenv("ZUNBRIX_CONFIG_DIR")), hadPrevious_(qEnvironmentVariableIsSet("ZUNBRIX_CONFIG_DIR"))
     {
         qputenv("ZUNBRIX_CONFIG_DIR", folder_.path().toLocal8Bit());
     }
