@@ -1,0 +1,103 @@
+#include "build/bank_files.h"
+
+#include "build/generated_text.h"
+
+#include <QFile>
+
+namespace zunbrix {
+
+namespace {
+
+constexpr int kLabelsPerLine = 10;
+
+std::string bankFileName(const BankKind& kind, int bank)
+{
+    std::string name(kind.fileStem);
+    appendFormat(name, "_%X.asm", static_cast<unsigned>(bank));
+    return name;
+}
+
+std::string bankText(const BankKind& kind, const BankPlan& plan, int bank, const EntryText& entry)
+{
+    const int first = plan.firstGameOfBank[static_cast<std::size_t>(bank)];
+    const int end = bank + 1 < plan.bankCount() ? plan.firstGameOfBank[static_cast<std::size_t>(bank) + 1]
+                                                : static_cast<int>(plan.bankOfGame.size());
+    std::string text(kind.preamble);
+    text += kind.labelStem;
+    appendFormat(text, "_begin_%.3d\r\n .WORD %d\r\n", first, first);
+    text += kind.labelStem;
+    appendFormat(text, "_list_%.3d\r\n", first);
+
+    for (int game = first; game < end; ++game) {
+        const bool lineStart = (game - first) % kLabelsPerLine == 0;
+        text += lineStart ? " .WORD " : ",";
+        text += kind.labelStem;
+        appendFormat(text, "_%.3d", game);
+        if ((game - first) % kLabelsPerLine == kLabelsPerLine - 1 || game + 1 == end)
+            text += kLineEnd;
+    }
+    text += kLineEnd;
+
+    for (int game = first; game < end; ++game) {
+        text += kind.labelStem;
+        appendFormat(text, "_%.3d", game);
+        entry(text, game, plan.opensBank(game));
+    }
+    return text;
+}
+
+} // namespace
+
+bool BankPlan::opensBank(int game) const
+{
+    const int bank = bankOfGame[static_cast<std::size_t>(game)];
+    return bank > 0 && firstGameOfBank[static_cast<std::size_t>(bank)] == game;
+}
+
+BankPlan planBanks(int gameCount, const EntryCost& cost)
+{
+    BankPlan plan;
+    plan.bankOfGame.reserve(static_cast<std::size_t>(gameCount));
+    int used = kBankStartBytes;
+    for (int game = 0; game < gameCount; ++game) {
+        if (plan.firstGameOfBank.empty())
+            plan.firstGameOfBank.push_back(game);
+        used += cost(game, false);
+        if (used > kBankBytes) {
+            plan.firstGameOfBank.push_back(game);
+            used = kBankStartBytes + cost(game, true);
+        }
+        plan.bankOfGame.push_back(plan.bankCount() - 1);
+    }
+    return plan;
+}
+
+bool writeBankFiles(const BankKind& kind, const BankPlan& plan, const QString& folder, const EntryText& entry)
+{
+    for (int bank = 0; bank < plan.bankCount(); ++bank) {
+        if (!writeWholeFile(filePathIn(folder, bankFileName(kind, bank)), bankText(kind, plan, bank, entry)))
+            return false;
+    }
+    for (int bank = plan.bankCount(); bank < kind.maintainedBanks; ++bank)
+        QFile::remove(filePathIn(folder, bankFileName(kind, bank)));
+    return true;
+}
+
+bool writeBankIndex(const BankKind& kind, const BankPlan& plan, const QString& folder)
+{
+    std::string text(kind.fileStem);
+    text += "_bank_index\r\n";
+    const int games = static_cast<int>(plan.bankOfGame.size());
+    for (int game = 0; game < games; ++game) {
+        const bool lineStart = game % kLabelsPerLine == 0;
+        text += lineStart ? " .DB " : ",";
+        appendFormat(text, "$%02X", static_cast<unsigned>(plan.bankOfGame[static_cast<std::size_t>(game)]));
+        if (game % kLabelsPerLine == kLabelsPerLine - 1 || game + 1 == games)
+            text += kLineEnd;
+    }
+    std::string fileName(kind.fileStem);
+    fileName += "_bank.asm";
+    return writeWholeFile(filePathIn(folder, fileName), text);
+}
+
+} // namespace zunbrix
