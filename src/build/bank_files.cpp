@@ -58,14 +58,14 @@ BankPlan planBanks(int gameCount, const EntryCost& cost)
 {
     BankPlan plan;
     plan.bankOfGame.reserve(static_cast<std::size_t>(gameCount));
-    int used = kBankStartBytes;
+    int used = kDataBankStartBytes;
     for (int game = 0; game < gameCount; ++game) {
         if (plan.firstGameOfBank.empty())
             plan.firstGameOfBank.push_back(game);
         used += cost(game, false);
-        if (used > kBankBytes) {
+        if (used > kDataBankBytes) {
             plan.firstGameOfBank.push_back(game);
-            used = kBankStartBytes + cost(game, true);
+            used = kDataBankStartBytes + cost(game, true);
         }
         plan.bankOfGame.push_back(plan.bankCount() - 1);
     }

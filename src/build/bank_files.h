@@ -10,8 +10,8 @@
 namespace zunbrix {
 
 // A bank holds at most 8 KB of assembled data; its first two bytes are the `.WORD` of its first game.
-inline constexpr int kBankBytes = 8192;
-inline constexpr int kBankStartBytes = 2;
+inline constexpr int kDataBankBytes = 8192;
+inline constexpr int kDataBankStartBytes = 2;
 
 // One kind of generated bank: the names, the game data or the final data.
 struct BankKind {

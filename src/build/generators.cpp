@@ -12,7 +12,7 @@ namespace zunbrix {
 
 namespace {
 
-constexpr int kScreenColumns = 32;
+constexpr int kRowColumns = 32;
 constexpr int kPointerBytes = 2;
 constexpr int kStrOverheadBytes = 1;   // the length byte of a .STR
 constexpr int kGameDataBytes = 8;
@@ -120,9 +120,9 @@ GeneratorResult generateNames(const QStringList& names, const QString& folder, i
     // A name is cut where the screen's row ends, except the one that opens a new bank: it goes in whole.
     const auto lengthOf = [&](int game, bool opensBank) {
         const int length = static_cast<int>(shown[game].size());
-        if (opensBank || length + nameColumn <= kScreenColumns)
+        if (opensBank || length + nameColumn <= kRowColumns)
             return length;
-        return std::max(0, kScreenColumns - nameColumn);
+        return std::max(0, kRowColumns - nameColumn);
     };
     const auto cost = [&](int game, bool opensBank) {
         return kPointerBytes + kStrOverheadBytes + lengthOf(game, opensBank);
@@ -174,6 +174,16 @@ GeneratorResult generateFinalData(const std::vector<GameFinalData>& finalData, c
     };
     return generateBanks(coolboy ? kCoolboyFinalBanks : kCoolgirlFinalBanks, static_cast<int>(finalData.size()), cost,
                          entry, folder, write);
+}
+
+BankCounts generateGameSources(const QStringList& names, const std::vector<NesImage>& images, const QString& folder,
+                               BoardType boardType, int nameColumn, bool write)
+{
+    BankCounts counts;
+    counts.names = generateNames(names, folder, nameColumn, write).banks;
+    counts.data = generateGameData(images, folder, write).banks;
+    counts.finalData = generateFinalData(computeFinalData(images, boardType), folder, boardType, write).banks;
+    return counts;
 }
 
 } // namespace zunbrix

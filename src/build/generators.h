@@ -30,4 +30,15 @@ GeneratorResult generateGameData(const std::vector<NesImage>& images, const QStr
 GeneratorResult generateFinalData(const std::vector<GameFinalData>& finalData, const QString& folder, BoardType boardType,
                                   bool write);
 
+struct BankCounts {
+    int names = 0;
+    int data = 0;
+    int finalData = 0;
+};
+
+// The names, the game data and the final data of the same games, as a build runs them: with writing off
+// to count the banks before anything exists, with writing on once the layout has placed the images.
+BankCounts generateGameSources(const QStringList& names, const std::vector<NesImage>& images, const QString& folder,
+                               BoardType boardType, int nameColumn, bool write);
+
 } // namespace zunbrix

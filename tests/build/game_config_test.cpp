@@ -1,6 +1,6 @@
 #include "build/game_config.h"
 
-#include "generated_file.h"
+#include "support/generated_file.h"
 
 #include <QTemporaryDir>
 
@@ -11,28 +11,12 @@ using namespace zunbrix;
 TEST(GameConfig, EveryEquateInOrderWithItsSpacing)
 {
     QTemporaryDir dir;
-    GameConfig config;
-    config.bigCursor = 1;
-    config.bigSprite = 1;
-    config.captionLength = 6;
-    config.nameInsertRow = 1;
-    config.nameBanks = 3;
-    config.dataBanks = 2;
-    config.finalBanks = 4;
-    config.boardType = 2;
-    config.menuPrgBanks = 16;
-    config.menuMusic = 5;
-    config.pageTurningSpeed = 4;
-    config.customEnable = 1;
-    config.gamesTotal = 300;
-    config.showStyle = 1;
-    config.pageNumber = 1;
-    config.pageSize = 20;
-    config.spriteTileCount = 7;
-    config.cursorArrowTile = 31;
-    config.cursorArrowX = 0xC8;
-    config.cursorArrowY = 40;
-    config.cursorArrowAttributes = 0xE2;
+    const GameConfig config{.bigCursor = 1, .bigSprite = 1, .captionLength = 6, .nameInsertRow = 1,
+                            .nameBanks = 3, .dataBanks = 2, .finalBanks = 4, .boardType = 2, .menuPrgBanks = 16,
+                            .menuMusic = 5, .pageTurningSpeed = 4, .customEnable = 1, .gamesTotal = 300,
+                            .showStyle = 1, .pageNumber = 1, .pageSize = 20, .spriteTileCount = 7,
+                            .cursorArrowTile = 31, .cursorArrowX = 0xC8, .cursorArrowY = 40,
+                            .cursorArrowAttributes = 0xE2};
 
     ASSERT_TRUE(writeGameConfig(dir.path(), config));
 
