@@ -1,0 +1,18 @@
+#pragma once
+
+#include "build/build_options.h"
+#include "build/game_config.h"
+#include "build/generators.h"
+#include "designer/document.h"
+
+namespace zunbrix {
+
+// The column of the screen's row where the menu starts a game's name: the designer's list position with
+// the custom menu, else the built-in one.
+int nameColumnFor(const BuildOptions& options, const DesignDocument& design);
+
+// The equates of game_config.asm for a build of `gamesTotal` games with these settings and this design.
+GameConfig gameConfigFor(const BuildOptions& options, const DesignDocument& design, BoardType boardType,
+                         int menuPrgBanks, int gamesTotal, const BankCounts& banks);
+
+} // namespace zunbrix
