@@ -8,7 +8,22 @@ namespace zunbrix {
 
 namespace {
 
-constexpr int kLabelsPerLine = 10;
+constexpr int kItemsPerLine = 10;
+
+// `count` items in lines of ten behind `directive`, separated by commas, every line ended.
+template <typename AppendItem>
+void appendTenPerLine(std::string& text, std::string_view directive, int count, const AppendItem& appendItem)
+{
+    for (int i = 0; i < count; ++i) {
+        if (i % kItemsPerLine == 0)
+            text += directive;
+        else
+            text += ',';
+        appendItem(i);
+        if (i % kItemsPerLine == kItemsPerLine - 1 || i + 1 == count)
+            text += kLineEnd;
+    }
+}
 
 std::string bankFileName(const BankKind& kind, int bank)
 {
@@ -28,14 +43,10 @@ std::string bankText(const BankKind& kind, const BankPlan& plan, int bank, const
     text += kind.labelStem;
     appendFormat(text, "_list_%.3d\r\n", first);
 
-    for (int game = first; game < end; ++game) {
-        const bool lineStart = (game - first) % kLabelsPerLine == 0;
-        text += lineStart ? " .WORD " : ",";
+    appendTenPerLine(text, " .WORD ", end - first, [&](int i) {
         text += kind.labelStem;
-        appendFormat(text, "_%.3d", game);
-        if ((game - first) % kLabelsPerLine == kLabelsPerLine - 1 || game + 1 == end)
-            text += kLineEnd;
-    }
+        appendFormat(text, "_%.3d", first + i);
+    });
     text += kLineEnd;
 
     for (int game = first; game < end; ++game) {
@@ -87,14 +98,9 @@ bool writeBankIndex(const BankKind& kind, const BankPlan& plan, const QString& f
 {
     std::string text(kind.fileStem);
     text += "_bank_index\r\n";
-    const int games = static_cast<int>(plan.bankOfGame.size());
-    for (int game = 0; game < games; ++game) {
-        const bool lineStart = game % kLabelsPerLine == 0;
-        text += lineStart ? " .DB " : ",";
+    appendTenPerLine(text, " .DB ", static_cast<int>(plan.bankOfGame.size()), [&](int game) {
         appendFormat(text, "$%02X", static_cast<unsigned>(plan.bankOfGame[static_cast<std::size_t>(game)]));
-        if (game % kLabelsPerLine == kLabelsPerLine - 1 || game + 1 == games)
-            text += kLineEnd;
-    }
+    });
     std::string fileName(kind.fileStem);
     fileName += "_bank.asm";
     return writeWholeFile(filePathIn(folder, fileName), text);

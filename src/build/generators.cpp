@@ -1,7 +1,7 @@
 #include "build/generators.h"
 
-#include "build/generated_text.h"
 #include "build/bank_files.h"
+#include "build/generated_text.h"
 #include "build/offset_report.h"
 
 #include <QDebug>
@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kRowColumns = 32;
 constexpr int kPointerBytes = 2;
-constexpr int kStrOverheadBytes = 1;   // the length byte of a .STR
+constexpr int kStrOverheadBytes = 1; // the length byte of a .STR
 constexpr int kGameDataBytes = 8;
 constexpr int kCoolboyFinalBytes = 10;
 constexpr int kCoolgirlFinalBytes = 12;
