@@ -1,7 +1,6 @@
 #include "build/offset_report.h"
 
 #include "build/generated_text.h"
-#include "build/bank_files.h"
 #include "frame/text_conversion.h"
 
 #include <algorithm>
