@@ -6,7 +6,8 @@
 
 namespace zunbrix {
 
-// The main window's settings that a build reads, with the defaults of a fresh settings store.
+// The main window's settings that a build reads, with the defaults of a fresh settings store. The designer's
+// big cursor choice is not among them: generation reads it from the design's settings each time.
 struct BuildOptions {
     BoardType boardType = BoardType::Coolboy;
     int menuSize = 8;          // menu PRG in 16 KB banks
@@ -22,7 +23,6 @@ struct BuildOptions {
     bool customEnable = false;    // the designer's look is used
     bool externMenuEnable = false;
     QString externMenuPath;
-    bool bigCursor = false;       // the designer's big cursor, read anew for each build
 };
 
 } // namespace zunbrix

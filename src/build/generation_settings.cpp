@@ -1,8 +1,25 @@
 #include "build/generation_settings.h"
 
 #include "designer/codec.h"
+#include "designer/design_settings.h"
+#include "frame/registry_store.h"
 
 namespace zunbrix {
+
+namespace {
+
+// The designer stores the cursor choice when it closes; each generation reads it anew, 0 when absent.
+int storedBigCursor()
+{
+    QByteArray value;
+    if (!RegistryStore::GetBinary(QString::fromLatin1(design_settings::kKey),
+                                  QString::fromLatin1(design_settings::kBigCursor), value)
+        || value.isEmpty())
+        return 0;
+    return static_cast<std::uint8_t>(value[0]);
+}
+
+} // namespace
 
 int nameColumnFor(const BuildOptions& options, const DesignDocument& design)
 {
@@ -14,7 +31,7 @@ GameConfig gameConfigFor(const BuildOptions& options, const DesignDocument& desi
                          int menuPrgBanks, int gamesTotal, const BankCounts& banks)
 {
     GameConfig config;
-    config.bigCursor = options.bigCursor ? 1 : 0;
+    config.bigCursor = storedBigCursor();
     config.bigSprite = design.BigSprite;
     config.captionLength = static_cast<int>(design.CaptionText.size());
     config.nameInsertRow = options.nameInsertRow ? 1 : 0;

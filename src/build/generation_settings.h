@@ -11,7 +11,8 @@ namespace zunbrix {
 // the custom menu, else the built-in one.
 int nameColumnFor(const BuildOptions& options, const DesignDocument& design);
 
-// The equates of game_config.asm for a build of `gamesTotal` games with these settings and this design.
+// The equates of game_config.asm for a build of `gamesTotal` games with these settings and this design;
+// the big cursor choice comes from the design's settings as they stand now.
 GameConfig gameConfigFor(const BuildOptions& options, const DesignDocument& design, BoardType boardType,
                          int menuPrgBanks, int gamesTotal, const BankCounts& banks);
 

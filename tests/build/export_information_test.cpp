@@ -1,5 +1,6 @@
 #include "build/export_information.h"
 
+#include "frame/registry_store.h"
 #include "support/generated_file.h"
 #include "support/private_settings.h"
 #include "synthetic_rom.h"
@@ -76,6 +77,8 @@ TEST_F(ExportInformation, ListStaysInTheStartFolderAndTheRestGoesToTheChosenOne)
     options.showNumberOrder = true;
     options.showNumberFill = true;
     options.showNumberDot = true;
+    ASSERT_TRUE(RegistryStore::SetBinary(QStringLiteral("Software\\Zunbrix\\MenuV2"), QStringLiteral("BigCursor"),
+                                         QByteArray(1, '\x01')));
 
     const ExportInformationResult result = run(0);
 
@@ -90,6 +93,7 @@ TEST_F(ExportInformation, ListStaysInTheStartFolderAndTheRestGoesToTheChosenOne)
     EXPECT_NE(text("chosen", "game_final_data_0.asm").find(";COOLBOY\r\n"), std::string::npos);
     EXPECT_EQ(text("chosen", "game_caption_data.asm"), " .STR \"10 IN 1\"");
     const std::string config = text("chosen", "game_config.asm");
+    EXPECT_TRUE(config.starts_with("BIG_CURSOR = 1\r\n"));
     EXPECT_NE(config.find("BOARD_TYPE = 0\r\nMENU_PRG_SIZE = 16\r\n"), std::string::npos);
     EXPECT_NE(config.find("GAMES_TOTAL   =  10\r\n"), std::string::npos);
     EXPECT_NE(config.find("CAPTION_LENGTH = 7\r\n"), std::string::npos);
