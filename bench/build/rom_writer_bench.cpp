@@ -7,7 +7,12 @@
 
 #include <benchmark/benchmark.h>
 
+#ifdef _WIN32
+#include <windows.h>
+#include <psapi.h>
+#else
 #include <sys/resource.h>
+#endif
 
 using namespace zunbrix;
 
@@ -15,9 +20,15 @@ namespace {
 
 double peakRssMegabytes()
 {
+#ifdef _WIN32
+    PROCESS_MEMORY_COUNTERS counters{};
+    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+    return double(counters.PeakWorkingSetSize) / 1048576.0;
+#else
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
     return double(usage.ru_maxrss) / 1024.0; // kilobytes on Linux
+#endif
 }
 
 QString writeGame(const QString& path, std::uint8_t mapper, std::uint8_t prgBanks, std::uint8_t chrBanks,

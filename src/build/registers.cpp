@@ -39,7 +39,6 @@ void fillCoolboyRegisters(const NesImage& image, GameFinalData& data)
     chr[3] = std::uint8_t((c >> 13) & 15u);
     const std::uint32_t chrWindow128k = image.chrLayoutBanks >> 4;
     setCoolboyMask(chr[0], chr[1], std::uint8_t(16 - (chrWindow128k == 0 ? 1 : chrWindow128k)));
-    chr[3] &= 0xAF;
 
     if (image.mapper == 0) {
         // An NROM game sits in a 16 KB or 32 KB window: the board's fine mode.

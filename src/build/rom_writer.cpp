@@ -46,8 +46,8 @@ bool layoutFitsRom(const LayoutResult& layout)
     return coveredEnd <= layout.romBytes;
 }
 
-// Reads `size` bytes from `offset` of the file into `target`, FF where the file ends early, and tells
-// whether they are still the data the image was loaded with.
+// Reads `size` bytes from `offset` of the file into `target`, and tells whether they are still the data the
+// image was loaded with. The ROM starts erased, so what the file lacks stays FF, as the checksum counted it.
 bool readArea(QFile& file, std::uint32_t offset, std::uint32_t size, std::uint32_t expectedCrc, std::uint8_t* target)
 {
     std::uint32_t done = 0;
@@ -59,7 +59,6 @@ bool readArea(QFile& file, std::uint32_t offset, std::uint32_t size, std::uint32
             done += std::uint32_t(got);
         }
     }
-    std::fill(target + done, target + size, std::uint8_t(0xFF));
     return crc32Update(crc32Update(0, nullptr, 0), target, size) == expectedCrc;
 }
 

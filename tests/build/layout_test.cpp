@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <map>
 #include <random>
+#include <set>
 #include <tuple>
 
 using namespace zunbrix;
@@ -34,52 +35,40 @@ const NesImage& menuIn(const LayoutResult& layout)
     return *std::find_if(layout.images.begin(), layout.images.end(), [](const NesImage& image) { return image.isMenu; });
 }
 
-// What every layout must hold, whatever order equal sizes end up in.
+// What every layout must hold, whatever order equal sizes end up in: each image placed at a multiple of its
+// size, equal data at one place, no two images on the same bytes, and the totals that follow.
 void expectSoundLayout(const LayoutResult& layout, std::size_t gameCount)
 {
     ASSERT_EQ(layout.images.size(), gameCount + 1);
     EXPECT_EQ(std::count_if(layout.images.begin(), layout.images.end(), [](const NesImage& i) { return i.isMenu; }), 1);
     EXPECT_TRUE(std::is_sorted(layout.images.begin(), layout.images.end(),
                                [](const NesImage& a, const NesImage& b) { return a.listIndex < b.listIndex; }));
-    struct Region {
-        std::uint64_t offset, end;
-        std::uint32_t crc;
-    };
-    std::vector<Region> regions;
-    std::map<std::pair<std::uint32_t, std::uint32_t>, std::uint32_t> prgByData, chrByData;
-    std::uint64_t end = 0;
+    // (offset, size, checksum) of each stored copy, and the offset at which each distinct data lies
+    std::set<std::tuple<std::uint64_t, std::uint64_t, std::uint32_t>> copies;
+    std::map<std::tuple<bool, std::uint32_t, std::uint32_t>, std::uint32_t> offsetOfData;
+    std::uint64_t uniqueBytes[2] = {}, end = 0;
     for (const NesImage& image : layout.images) {
         EXPECT_TRUE(image.prgPlaced && image.chrPlaced);
-        if (image.prgLayoutBytes != 0) {
-            EXPECT_EQ(image.prgOffset % image.prgLayoutBytes, 0u) << image.name.toStdString();
-            regions.push_back({image.prgOffset, std::uint64_t(image.prgOffset) + image.prgLayoutBytes, image.prgCrc32});
-            const auto [first, isNew] = prgByData.try_emplace({image.prgCrc32, image.prgLayoutBytes}, image.prgOffset);
-            EXPECT_EQ(first->second, image.prgOffset) << "equal PRG stored twice: " << image.name.toStdString();
+        for (const auto& [isPrg, offset, size, crc] : {std::tuple{true, image.prgOffset, image.prgLayoutBytes, image.prgCrc32},
+                                                      std::tuple{false, image.chrOffset, image.chrLayoutBytes, image.chrCrc32}}) {
+            if (size == 0)
+                continue;
+            EXPECT_EQ(offset % size, 0u) << image.name.toStdString();
+            const auto [first, isNew] = offsetOfData.try_emplace({isPrg, crc, size}, offset);
+            EXPECT_EQ(first->second, offset) << "equal data stored twice: " << image.name.toStdString();
+            uniqueBytes[isPrg] += isNew ? size : 0;
+            copies.insert({offset, size, crc});
+            end = std::max(end, std::uint64_t(offset) + size);
         }
-        if (image.chrLayoutBytes != 0) {
-            EXPECT_EQ(image.chrOffset % image.chrLayoutBytes, 0u) << image.name.toStdString();
-            regions.push_back({image.chrOffset, std::uint64_t(image.chrOffset) + image.chrLayoutBytes, image.chrCrc32});
-            const auto [first, isNew] = chrByData.try_emplace({image.chrCrc32, image.chrLayoutBytes}, image.chrOffset);
-            EXPECT_EQ(first->second, image.chrOffset) << "equal CHR stored twice: " << image.name.toStdString();
-        }
-        end = std::max({end, std::uint64_t(image.prgOffset) + image.prgLayoutBytes,
-                        std::uint64_t(image.chrOffset) + image.chrLayoutBytes});
     }
-    std::sort(regions.begin(), regions.end(),
-              [](const Region& a, const Region& b) { return std::tie(a.offset, a.end) < std::tie(b.offset, b.end); });
-    for (std::size_t i = 1; i < regions.size(); ++i) {
-        const bool shared = regions[i].offset == regions[i - 1].offset && regions[i].end == regions[i - 1].end &&
-                            regions[i].crc == regions[i - 1].crc;
-        EXPECT_TRUE(shared || regions[i].offset >= regions[i - 1].end) << "overlap at " << regions[i].offset;
+    std::uint64_t coveredEnd = 0;
+    for (const auto& [offset, size, crc] : copies) {
+        EXPECT_GE(offset, coveredEnd) << "overlap";
+        coveredEnd = offset + size;
     }
-    std::uint32_t uniquePrg = 0, uniqueChr = 0;
-    for (const auto& [data, offset] : prgByData)
-        uniquePrg += data.second;
-    for (const auto& [data, offset] : chrByData)
-        uniqueChr += data.second;
-    EXPECT_EQ(layout.uniquePrgBytes, uniquePrg);
-    EXPECT_EQ(layout.uniqueChrBytes, uniqueChr);
-    EXPECT_EQ(layout.uniqueBytes, uniquePrg + uniqueChr);
+    EXPECT_EQ(layout.uniquePrgBytes, uniqueBytes[true]);
+    EXPECT_EQ(layout.uniqueChrBytes, uniqueBytes[false]);
+    EXPECT_EQ(layout.uniqueBytes, uniqueBytes[0] + uniqueBytes[1]);
     EXPECT_EQ(layout.romBytes, (end + 16383) / 16384 * 16384);
 }
 
@@ -95,9 +84,10 @@ std::vector<NesImage> randomGames(std::mt19937& random, std::size_t count, Board
                                                         : kCoolboySizes[random() % std::size(kCoolboySizes)];
         games.push_back(imageOf(i, size[0], size[1], size[2]));
         // Now and then the same file twice, or the same PRG with other CHR.
-        if (i > 0 && random() % 8 == 0)
-            games[i] = games[random() % i], games[i].listIndex = i;
-        else if (i > 0 && random() % 8 == 0 && games[i - 1].prgBanks == size[0])
+        if (i > 0 && random() % 8 == 0) {
+            games[i] = games[random() % i];
+            games[i].listIndex = i;
+        } else if (i > 0 && random() % 8 == 0 && games[i - 1].prgBanks == size[0])
             games[i].prgCrc32 = games[i - 1].prgCrc32;
     }
     normaliseChr(games);
@@ -144,6 +134,14 @@ TEST(Layout, CoolgirlAlignmentGapTakesChrOnly)
     EXPECT_EQ(menuIn(layout).prgOffset, 0u);
     EXPECT_EQ(gameAt(layout, 1).prgOffset, 256 * KB);
     EXPECT_EQ(gameAt(layout, 1).chrOffset, 128 * KB);
+    EXPECT_EQ(layout.romBytes, 512 * KB);
+}
+
+TEST(Layout, SwapScanFillsTheCursorGapWithASmallerGame)
+{
+    const LayoutResult layout = layoutRom(menuOf(8), {imageOf(1, 16, 0), imageOf(2, 1, 0)}, BoardType::Coolgirl);
+    EXPECT_EQ(gameAt(layout, 2).prgOffset, 128 * KB);
+    EXPECT_EQ(gameAt(layout, 1).prgOffset, 256 * KB);
     EXPECT_EQ(layout.romBytes, 512 * KB);
 }
 

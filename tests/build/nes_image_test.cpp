@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include <zlib.h>
 
 using namespace zunbrix;
@@ -126,28 +128,13 @@ TEST(RomReader, ListFitMarks)
     const auto entry = [&](std::uint32_t mapper, std::uint32_t prg, std::uint32_t chr) {
         return GameEntry(writeRom(dir.filePath("g.nes"), {.mapper = mapper, .prgBanks = prg, .chrBanks = chr}));
     };
-    EXPECT_TRUE(entry(0, 2, 1).coolboyFit);
-    EXPECT_FALSE(entry(0, 2, 2).coolboyFit);
-    EXPECT_FALSE(entry(0, 4, 0).coolboyFit);
-    EXPECT_TRUE(entry(4, 128, 64).coolboyFit); // CHR does not enter the mark
-    EXPECT_TRUE(entry(74, 8, 0).coolboyFit);
-    EXPECT_FALSE(entry(4, 3, 0).coolboyFit);
-    EXPECT_FALSE(entry(1, 2, 0).coolboyFit);
-    EXPECT_TRUE(entry(1, 2, 0).coolgirlFit);
-    EXPECT_TRUE(entry(228, 96, 0).coolgirlFit);
-    EXPECT_FALSE(entry(1, 64, 0).coolgirlFit);
-    EXPECT_FALSE(entry(6, 2, 0).coolgirlFit);
-}
-
-TEST(RomReader, HandBuiltImageKeepsBankAndByteSizesTogether)
-{
-    NesImage menu;
-    menu.setPrgBanks(8);
-    menu.setPrgLayoutBanks(16);
-    menu.setChrBanks(3);
-    menu.setChrLayoutBanks(4);
-    EXPECT_EQ(menu.prgBytes, 131072u);
-    EXPECT_EQ(menu.prgLayoutBytes, 262144u);
-    EXPECT_EQ(menu.chrBytes, 24576u);
-    EXPECT_EQ(menu.chrLayoutBytes, 32768u);
+    // CHR decides the COOLBOY mark only for NROM, and the COOLGIRL mark never.
+    for (auto [mapper, prg, chr, coolboy, coolgirl] : std::vector<std::tuple<int, int, int, bool, bool>>{
+             {0, 2, 1, true, true}, {0, 2, 2, false, true}, {0, 4, 0, false, false}, {4, 128, 64, true, true},
+             {74, 8, 0, true, true}, {4, 3, 0, false, false}, {1, 2, 0, false, true}, {228, 96, 0, false, true},
+             {1, 64, 0, false, false}, {6, 2, 0, false, false}}) {
+        const GameEntry game = entry(mapper, prg, chr);
+        EXPECT_EQ(game.coolboyFit, coolboy) << mapper << " " << prg;
+        EXPECT_EQ(game.coolgirlFit, coolgirl) << mapper << " " << prg;
+    }
 }
