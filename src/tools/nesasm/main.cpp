@@ -1,0 +1,74 @@
+#include "tools/nesasm/assembler.h"
+#include "tools/nesasm/command_line.h"
+#include "tools/nesasm/source_files.h"
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace zunbrix::nesasm;
+
+namespace {
+
+constexpr const char* kBanner = "NES Assembler (v3.2.0.7 Bulid Date: 20240701)\n";
+constexpr const char* kProgramName = "nesasm";
+
+bool writeFile(const std::string& path, const void* data, std::size_t size)
+{
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), &std::fclose);
+    return file && std::fwrite(data, 1, size, file.get()) == size && std::fflush(file.get()) == 0;
+}
+
+void printSegmentUsage(const std::vector<int>& usedBytesPerBank)
+{
+    std::printf("segment usage:\n");
+    for (std::size_t bank = 0; bank < usedBytesPerBank.size(); ++bank) {
+        const int used = usedBytesPerBank[bank];
+        std::printf("  bank %3zu   used %5d bytes   free %5d bytes\n", bank, used, 0x2000 - used);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // Everything goes to standard output, where the build catches it whole.
+    std::fputs(kBanner, stdout);
+    const CommandLine line = parseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+    if (!line.fault.empty() || line.help || line.input.empty()) {
+        if (!line.fault.empty())
+            std::printf("%s\n", line.fault.c_str());
+        std::fputs(usageText(kProgramName).c_str(), stdout);
+        return line.help && line.fault.empty() ? 0 : 1;
+    }
+
+    const std::string input = inputPath(line.input);
+    DiskFileSource files;
+    const AssemblyResult result = assemble(input, {line.withHeader, line.fillByte, line.listingLevel}, files);
+    if (!result.inputOpened) {
+        std::printf("Can not open input file '%s'!\n", input.c_str());
+        return -1;
+    }
+    std::fputs(result.messages.c_str(), stdout);
+    if (result.errorCount > 0) {
+        std::printf("# %d error(s)\n", result.errorCount);
+        return 1;
+    }
+
+    const std::string output = line.output.empty() ? siblingPath(input, ".nes") : line.output;
+    if (!writeFile(output, result.output.data(), result.output.size())) {
+        std::printf("Can not write output file '%s'!\n", output.c_str());
+        return 1;
+    }
+    if (line.listingLevel > 0) {
+        const std::string listing = siblingPath(input, ".lst");
+        if (!writeFile(listing, result.listing.data(), result.listing.size())) {
+            std::printf("Can not write listing file '%s'!\n", listing.c_str());
+            return 1;
+        }
+    }
+    if (line.segmentUsage)
+        printSegmentUsage(result.usedBytesPerBank);
+    return 0;
+}
