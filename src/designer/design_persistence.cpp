@@ -1,0 +1,293 @@
+#include "designer/design_persistence.h"
+
+#include "designer/design_record.h"
+#include "designer/design_records.h"
+#include "designer/design_settings.h"
+#include "designer/designer_state.h"
+#include "designer/document.h"
+#include "designer/snapshot.h"
+#include "frame/registry_store.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+
+namespace zunbrix {
+
+namespace {
+
+// Values that only the designer reads; the document's own names are in design_settings.h.
+constexpr char kShowBgTile[] = "Show_Bg_Tile";
+constexpr char kShowSpTile[] = "Show_Sp_Tile";
+constexpr char kShowList[] = "Show_List";
+constexpr char kShowCustomText[] = "Show_Custom_Text";
+constexpr char kShowCaption[] = "Show_Caption";
+constexpr char kShowCursor[] = "Show_Cursor";
+constexpr char kFillColor[] = "FillColor";
+constexpr char kDrawLine[] = "DrawLine";
+constexpr char kDragText[] = "DragText";
+constexpr char kBkgPalettePos[] = "BkgPalettePos";
+constexpr char kSpPalettePos[] = "SpPalettePos";
+constexpr char kCaptionPos[] = "CaptionPos";
+constexpr char kPageNumberPos[] = "PageNumberPos";
+constexpr char kItemPos[] = "ItemPos";
+constexpr char kCustomTextEdit[] = "CustomTextEdit";
+constexpr char kLastWorkState[] = "LastWorkState";
+constexpr char kHistoryDataList[] = "HistoryDataList";
+constexpr char kHistoryDataIndex[] = "HistoryDataIndex";
+
+// The outer header of a stored history entry differs from the snapshot's own in its second word.
+constexpr std::uint32_t kHistoryEntryReserved = 0xFFFFFFFF;
+
+const QString& key()
+{
+    static const QString path = QString::fromLatin1(design_settings::kKey);
+    return path;
+}
+
+QString name(const char* value)
+{
+    return QString::fromLatin1(value);
+}
+
+// A binary read into a field of fixed size: a longer value fails and leaves the field, a shorter one fills
+// its start.
+bool readFixed(const char* value, std::uint8_t* field, qsizetype fieldBytes)
+{
+    QByteArray bytes;
+    if (!RegistryStore::GetBinary(key(), name(value), bytes) || bytes.size() > fieldBytes)
+        return false;
+    std::copy_n(reinterpret_cast<const std::uint8_t*>(bytes.constData()), bytes.size(), field);
+    return true;
+}
+
+template <std::size_t N>
+bool readFixed(const char* value, std::array<std::uint8_t, N>& field)
+{
+    return readFixed(value, field.data(), qsizetype(N));
+}
+
+bool readFlag(const char* value, bool& flag)
+{
+    std::uint8_t byte = flag ? 1 : 0;
+    if (!readFixed(value, &byte, 1))
+        return false;
+    flag = byte != 0;
+    return true;
+}
+
+void readPos(const char* value, EditorPos& pos)
+{
+    std::array<std::uint8_t, 8> bytes{};
+    qToLittleEndian<std::int32_t>(pos.x, bytes.data());
+    qToLittleEndian<std::int32_t>(pos.y, bytes.data() + 4);
+    if (!readFixed(value, bytes))
+        return;
+    pos.x = qFromLittleEndian<std::int32_t>(bytes.data());
+    pos.y = qFromLittleEndian<std::int32_t>(bytes.data() + 4);
+}
+
+void writeBytes(const char* value, QByteArrayView bytes)
+{
+    RegistryStore::SetBinary(key(), name(value), bytes.toByteArray());
+}
+
+template <std::size_t N>
+void writeBytes(const char* value, const std::array<std::uint8_t, N>& field)
+{
+    writeBytes(value, QByteArrayView(reinterpret_cast<const char*>(field.data()), qsizetype(N)));
+}
+
+void writeFlag(const char* value, bool flag)
+{
+    const char byte = flag ? 1 : 0;
+    writeBytes(value, QByteArrayView(&byte, 1));
+}
+
+void writeU32(const char* value, std::uint32_t number)
+{
+    char bytes[4];
+    qToLittleEndian(number, bytes);
+    writeBytes(value, QByteArrayView(bytes, 4));
+}
+
+void writePos(const char* value, const EditorPos& pos)
+{
+    char bytes[8];
+    qToLittleEndian<std::int32_t>(pos.x, bytes);
+    qToLittleEndian<std::int32_t>(pos.y, bytes + 4);
+    writeBytes(value, QByteArrayView(bytes, 8));
+}
+
+void writeTileList(const char* value, const TileList& list)
+{
+    if (list.empty()) {
+        RegistryStore::DeleteValue(key(), name(value));
+        return;
+    }
+    TileList numbered = list;
+    for (std::size_t i = 0; i < numbered.size(); ++i)
+        numbered[i].id = static_cast<std::int32_t>(i);
+    writeBytes(value, tileListToBytes(numbered));
+}
+
+// A text that can't show a single character on the screen.
+bool liesOffScreen(const TextEntry& text)
+{
+    return text.y < 0 || text.y >= kScreenRows || text.x >= kScreenColumns ||
+           (text.x < 0 && -static_cast<qint64>(text.x) >= text.text.size());
+}
+
+struct ShowFlag {
+    const char* value;
+    bool DesignerState::*flag;
+};
+
+constexpr ShowFlag kShowFlags[] = {
+    {kShowBgTile, &DesignerState::Show_Bg_Tile},       {kShowSpTile, &DesignerState::Show_Sp_Tile},
+    {kShowList, &DesignerState::Show_List},            {kShowCustomText, &DesignerState::Show_Custom_Text},
+    {kShowCaption, &DesignerState::Show_Caption},      {kShowCursor, &DesignerState::Show_Cursor},
+};
+
+void restoreHistory(DesignDocument& document, DesignerState& state)
+{
+    UndoHistory& history = state.history;
+    if (history.HistoryList.empty()) {
+        QByteArray stored;
+        if (RegistryStore::GetBinary(key(), name(kHistoryDataList), stored) && !stored.isEmpty())
+            history.HistoryList = ReadHistoryDataList(stored);
+    }
+    QByteArray lastWorkState;
+    if (RegistryStore::GetBinary(key(), name(kLastWorkState), lastWorkState) && !lastWorkState.isEmpty())
+        ApplySnapshot(document, state, lastWorkState);
+
+    std::array<std::uint8_t, 4> index{};
+    if (readFixed(kHistoryDataIndex, index))
+        history.HistoryIndex = qFromLittleEndian<std::uint32_t>(index.data());
+    if (!history.HistoryList.empty() && history.HistoryIndex >= history.HistoryList.size())
+        history.HistoryIndex = static_cast<std::uint32_t>(history.HistoryList.size() - 1);
+    RefreshUndoRedoEnabled(history);
+}
+
+} // namespace
+
+QByteArray HistoryDataListBytes(const std::vector<QByteArray>& snapshots)
+{
+    qsizetype total = 0;
+    for (const QByteArray& snapshot : snapshots)
+        total += kRecordHeaderBytes + snapshot.size();
+    QByteArray out;
+    out.reserve(total);
+    for (const QByteArray& snapshot : snapshots)
+        AppendRecord(out, RecordType::Container, snapshot, kHistoryEntryReserved);
+    return out;
+}
+
+std::vector<QByteArray> ReadHistoryDataList(QByteArrayView data)
+{
+    std::vector<QByteArray> snapshots;
+    for (const DesignRecord& entry : WholeRecords(data)) {
+        if (entry.type != static_cast<std::uint32_t>(RecordType::Container) || !IsWholeSnapshot(entry.payload))
+            break;
+        snapshots.push_back(entry.payload.toByteArray());
+    }
+    return snapshots;
+}
+
+bool OpenDesigner(DesignDocument& document, DesignerState& state)
+{
+    for (const ShowFlag& show : kShowFlags) {
+        if (!readFlag(show.value, state.*show.flag))
+            state.*show.flag = true;
+    }
+    readPos(kBkgPalettePos, state.BkgPalettePos);
+    readPos(kSpPalettePos, state.SpPalettePos);
+    readPos(kCaptionPos, state.CaptionPos);
+    readPos(kPageNumberPos, state.PageNumberPos);
+    readFlag(kFillColor, state.FillColor);
+    readFlag(kDrawLine, state.DrawLine);
+    readFlag(kDragText, state.DragText);
+    readPos(kItemPos, state.ItemPos);
+    readFlag(design_settings::kBigCursor, state.BigCursor);
+    readFixed(design_settings::kBigSprite, &document.BigSprite, 1);
+
+    QString caption;
+    if (RegistryStore::GetString(key(), name(design_settings::kCaptionText), caption))
+        SetCaption(document, state, caption);
+
+    const bool loaded = document.LoadDesign();
+    ResetCountersToListSizes(document, state);
+    if (document.ArrowTileList.size() < 4)
+        BuildDefaultBigCursor(document, state);
+
+    RegistryStore::GetString(key(), name(kCustomTextEdit), state.CustomTextEdit);
+    restoreHistory(document, state);
+    RecomputeSelectedColor(document, state);
+    return loaded;
+}
+
+bool CloseDesigner(DesignDocument& document, DesignerState& state)
+{
+    writeFlag(design_settings::kBigCursor, state.BigCursor);
+    writeBytes(design_settings::kBigSprite, QByteArrayView(reinterpret_cast<const char*>(&document.BigSprite), 1));
+    writeBytes(design_settings::kCharMapData, document.CharMapData);
+    for (const ShowFlag& show : kShowFlags)
+        writeFlag(show.value, state.*show.flag);
+
+    writeBytes(kLastWorkState, TakeSnapshot(document, state));
+    if (!state.history.HistoryList.empty())
+        writeBytes(kHistoryDataList, HistoryDataListBytes(state.history.HistoryList));
+    writeU32(kHistoryDataIndex, state.history.HistoryIndex);
+
+    if (!RegistryStore::CreateKey(key()))
+        return false;
+
+    writePos(kBkgPalettePos, state.BkgPalettePos);
+    writePos(kSpPalettePos, state.SpPalettePos);
+    const auto arrowTile = document.ArrowTile.toBytes();
+    writeBytes(design_settings::kArrowTile, arrowTile);
+    writeBytes(design_settings::kAttributes, document.Attributes);
+    writeBytes(design_settings::kBkgPalette, document.BkgPalette);
+    writeBytes(design_settings::kSpritePalette, document.SpritePalette);
+    writePos(kCaptionPos, state.CaptionPos);
+    writePos(kPageNumberPos, state.PageNumberPos);
+    writeFlag(kFillColor, state.FillColor);
+    writeFlag(kDrawLine, state.DrawLine);
+    writeFlag(kDragText, state.DragText);
+    writePos(kItemPos, state.ItemPos);
+
+    document.CaptionPpuAddr = PpuAddress(state.CaptionPos.x, state.CaptionPos.y);
+    document.PageNumberPpuAddr = PpuAddress(state.PageNumberPos.x, state.PageNumberPos.y);
+    document.ItemPpuAddr = PpuAddress(state.ItemPos.x, state.ItemPos.y);
+    writeU32(design_settings::kCaptionPpuAddr, document.CaptionPpuAddr);
+    writeU32(design_settings::kPageNumberPpuAddr, document.PageNumberPpuAddr);
+    writeU32(design_settings::kItemPpuAddr, document.ItemPpuAddr);
+
+    document.CaptionText = state.CaptionEdit;
+    RegistryStore::SetString(key(), name(design_settings::kCaptionText), document.CaptionText);
+
+    writeTileList(design_settings::kBkgTileList, document.BkgTileList);
+    writeTileList(design_settings::kSpriteTileList, document.SpriteTileList);
+    writeTileList(design_settings::kArrowTileList, document.ArrowTileList);
+    writeBytes(design_settings::kChrData, document.ChrData);
+    RegistryStore::SetString(key(), name(kCustomTextEdit), state.CustomTextEdit);
+
+    std::erase_if(document.CustomText, liesOffScreen);
+    QByteArray texts;
+    for (const TextEntry& text : document.CustomText)
+        appendTextRecord(texts, text);
+    writeBytes(design_settings::kCustomText, texts);
+    return true;
+}
+
+void LoadMainWindowDesignValues(DesignDocument& document)
+{
+    readFixed(design_settings::kAttributes, document.Attributes);
+    readFixed(design_settings::kBkgPalette, document.BkgPalette);
+    readFixed(design_settings::kSpritePalette, document.SpritePalette);
+    RegistryStore::GetDword(key(), name(design_settings::kCaptionPpuAddr), document.CaptionPpuAddr);
+    RegistryStore::GetDword(key(), name(design_settings::kPageNumberPpuAddr), document.PageNumberPpuAddr);
+    RegistryStore::GetDword(key(), name(design_settings::kItemPpuAddr), document.ItemPpuAddr);
+}
+
+} // namespace zunbrix

@@ -1,0 +1,224 @@
+#include "designer/record_file.h"
+
+#include "designer/design_file_filters.h"
+#include "designer/design_file_io.h"
+#include "designer/design_records.h"
+#include "designer/designer_state.h"
+#include "designer/document.h"
+#include "designer/undo_history.h"
+
+namespace zunbrix {
+
+namespace {
+
+constexpr qsizetype kPpuImageBytes = 16384;
+constexpr int kPpuBkgPaletteOffset = 16128;
+constexpr int kPpuSpritePaletteOffset = 16144;
+constexpr int kNameTableAt2000 = 8192;
+constexpr int kNameTableAt2C00 = 11264;
+
+struct RecordFileRules {
+    RecordTypeSet reads;
+    bool clearsSpritesAndCursor;
+    bool clearsBkgTiles;
+    CaptionTarget caption;
+    // .qvm is written anew; the others are written over the old file, whose longer tail stays.
+    Overwrite overwrite;
+};
+
+const RecordFileRules& rulesOf(RecordFileKind kind)
+{
+    using T = RecordType;
+    static const RecordFileRules menu{
+        {T::Attributes, T::BkgPalette, T::SpritePalette, T::ChrData, T::Text, T::Caption, T::CaptionPos,
+         T::PageNumberPos, T::ItemPos, T::BkgTile, T::SpriteTile, T::ArrowTile, T::ArrowTileListEntry,
+         T::CharMapData, T::BigCursor, T::BigSprite},
+        true, true, CaptionTarget::CanvasAndField, Overwrite::Truncate};
+    static const RecordFileRules nameTablePage{
+        {T::Attributes, T::BkgPalette, T::SpritePalette, T::Text, T::Caption, T::CaptionPos, T::PageNumberPos,
+         T::ItemPos, T::BkgTile, T::ArrowTile},
+        false, true, CaptionTarget::CanvasOnly, Overwrite::KeepTail};
+    static const RecordFileRules textList{
+        {T::Text, T::Caption, T::CaptionPos}, false, false, CaptionTarget::CanvasOnly, Overwrite::KeepTail};
+    switch (kind) {
+    case RecordFileKind::Menu: return menu;
+    case RecordFileKind::NameTablePage: return nameTablePage;
+    case RecordFileKind::TextList: break;
+    }
+    return textList;
+}
+
+const char* savePatternOf(RecordFileKind kind)
+{
+    switch (kind) {
+    case RecordFileKind::Menu: return file_filters::kSaveMenu[0].pattern;
+    case RecordFileKind::NameTablePage: return file_filters::kNameTablePage[0].pattern;
+    case RecordFileKind::TextList: break;
+    }
+    return file_filters::kTextList[0].pattern;
+}
+
+void appendTexts(QByteArray& out, const DesignDocument& document)
+{
+    for (const TextEntry& text : document.CustomText)
+        appendTextRecord(out, text);
+}
+
+void appendMenu(QByteArray& out, const DesignDocument& document, const DesignerState& state)
+{
+    for (const TileEntry& entry : document.BkgTileList)
+        appendTileRecord(out, RecordType::BkgTile, entry);
+    for (const TileEntry& entry : document.SpriteTileList)
+        appendTileRecord(out, RecordType::SpriteTile, entry);
+    appendBytesRecord(out, RecordType::CharMapData, document.CharMapData);
+    appendBytesRecord(out, RecordType::Attributes, document.Attributes);
+    appendBytesRecord(out, RecordType::BkgPalette, document.BkgPalette);
+    appendBytesRecord(out, RecordType::SpritePalette, document.SpritePalette);
+    appendPosRecord(out, RecordType::CaptionPos, state.CaptionPos);
+    appendCaptionRecord(out, document.CaptionText);
+    appendPosRecord(out, RecordType::PageNumberPos, state.PageNumberPos);
+    appendPosRecord(out, RecordType::ItemPos, state.ItemPos);
+    appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
+    for (const TileEntry& entry : document.ArrowTileList)
+        appendTileRecord(out, RecordType::ArrowTileListEntry, entry);
+    appendBytesRecord(out, RecordType::ChrData, document.ChrData);
+    appendTexts(out, document);
+    appendFlagRecord(out, RecordType::BigCursor, state.BigCursor);
+    appendFlagRecord(out, RecordType::BigSprite, document.BigSprite != 0);
+}
+
+void appendNameTablePage(QByteArray& out, const DesignDocument& document, const DesignerState& state)
+{
+    for (const TileEntry& entry : document.BkgTileList)
+        appendTileRecord(out, RecordType::BkgTile, entry);
+    appendBytesRecord(out, RecordType::Attributes, document.Attributes);
+    appendPosRecord(out, RecordType::CaptionPos, state.CaptionPos);
+    appendCaptionRecord(out, document.CaptionText);
+    appendPosRecord(out, RecordType::PageNumberPos, state.PageNumberPos);
+    appendPosRecord(out, RecordType::ItemPos, state.ItemPos);
+    appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
+    appendTexts(out, document);
+}
+
+void appendTextList(QByteArray& out, const DesignDocument& document, const DesignerState& state)
+{
+    appendPosRecord(out, RecordType::CaptionPos, state.CaptionPos);
+    appendCaptionRecord(out, document.CaptionText);
+    appendTexts(out, document);
+}
+
+template <std::size_t N>
+void copyFromImage(QByteArrayView image, qsizetype offset, std::array<std::uint8_t, N>& field)
+{
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(image.data()) + offset;
+    std::copy_n(bytes, N, field.begin());
+}
+
+} // namespace
+
+QByteArray RecordFileBytes(RecordFileKind kind, const DesignDocument& document, const DesignerState& state)
+{
+    QByteArray out;
+    switch (kind) {
+    case RecordFileKind::Menu: appendMenu(out, document, state); break;
+    case RecordFileKind::NameTablePage: appendNameTablePage(out, document, state); break;
+    case RecordFileKind::TextList: appendTextList(out, document, state); break;
+    }
+    return out;
+}
+
+DesignResult ApplyRecordFile(RecordFileKind kind, DesignDocument& document, DesignerState& state,
+                             QByteArrayView data, const QString& path)
+{
+    const RecordFileRules& rules = rulesOf(kind);
+    if (DesignResult checked = CheckRecords(data, rules.reads, RecordTail::StopAtLastWholeRecord, path);
+        !checked.ok())
+        return checked;
+
+    document.CustomText.clear();
+    state.TextCounter = 0;
+    if (rules.clearsBkgTiles) {
+        document.BkgTileList.clear();
+        state.BkgTileCounter = 0;
+    }
+    if (rules.clearsSpritesAndCursor) {
+        document.SpriteTileList.clear();
+        document.ArrowTileList.clear();
+        state.SpriteTileCounter = 0;
+    }
+    for (const DesignRecord& record : WholeRecords(data)) {
+        if (rules.reads.contains(record.type))
+            ApplyDesignRecord(record, document, state, rules.caption);
+    }
+    if (kind != RecordFileKind::TextList)
+        RecomputeSelectedColor(document, state);
+    return {};
+}
+
+void ApplyPpuMemoryImage(DesignDocument& document, DesignerState& state, QByteArrayView data, int nameTableOffset)
+{
+    if (data.size() != kPpuImageBytes)
+        return;
+    document.CustomText.clear();
+    document.BkgTileList.clear();
+    document.SpriteTileList.clear();
+    state.TextCounter = 0;
+    state.BkgTileCounter = 0;
+    state.SpriteTileCounter = 0;
+
+    copyFromImage(data, 0, document.ChrData);
+    copyFromImage(data, kPpuBkgPaletteOffset, document.BkgPalette);
+    copyFromImage(data, kPpuSpritePaletteOffset, document.SpritePalette);
+    copyFromImage(data, nameTableOffset + kNameTableBytes, document.Attributes);
+    for (int cell = 0; cell < kNameTableBytes; ++cell) {
+        const auto tile = static_cast<std::uint8_t>(data[nameTableOffset + cell]);
+        if (tile == 0)
+            continue;
+        TileEntry entry;
+        entry.id = state.BkgTileCounter++;
+        entry.tile = tile;
+        entry.x = cell & 31;
+        entry.y = cell >> 5;
+        document.BkgTileList.push_back(entry);
+    }
+    RecomputeSelectedColor(document, state);
+}
+
+DesignResult SaveRecordFile(RecordFileKind kind, const DesignDocument& document, const DesignerState& state,
+                            const QString& path, int /*filter: each kind offers one*/)
+{
+    const QString target = PathWithSaveExtension(path, savePatternOf(kind));
+    DesignResult written = WriteDesignFile(target, RecordFileBytes(kind, document, state), rulesOf(kind).overwrite);
+    written.path = target;
+    return written;
+}
+
+DesignResult LoadRecordFile(RecordFileKind kind, DesignDocument& document, DesignerState& state,
+                            const QString& path, int filter)
+{
+    const bool ppuImage = kind == RecordFileKind::Menu &&
+                          (filter == file_filters::kPpuImage2000 || filter == file_filters::kPpuImage2C00);
+    QByteArray data;
+    if (ppuImage) {
+        // Only an image of the exact size is read; any other file changes nothing.
+        qint64 size = 0;
+        if (DesignResult sized = DesignFileSize(path, size); !sized.ok() || size != kPpuImageBytes)
+            return sized;
+        if (DesignResult read = ReadDesignFileStart(path, kPpuImageBytes, data); !read.ok())
+            return read;
+    } else if (DesignResult read = ReadWholeDesignFile(path, data); !read.ok()) {
+        return read;
+    }
+
+    UndoBegin(document, state, true);
+    DesignResult applied;
+    if (ppuImage)
+        ApplyPpuMemoryImage(document, state, data,
+                            filter == file_filters::kPpuImage2C00 ? kNameTableAt2C00 : kNameTableAt2000);
+    else
+        applied = ApplyRecordFile(kind, document, state, data, path);
+    UndoCommit(document, state, true);
+    return applied;
+}
+
+} // namespace zunbrix

@@ -1,0 +1,142 @@
+#include "designer/snapshot.h"
+
+#include "designer/design_records.h"
+#include "designer/designer_state.h"
+#include "designer/document.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+
+namespace zunbrix {
+
+namespace {
+
+constexpr std::uint32_t kSnapshotReserved = 2;
+constexpr qsizetype kEmptySnapshotBytes = 9654;
+constexpr qsizetype kTileRecordBytes = kRecordHeaderBytes + TileEntry::kByteSize;
+
+const RecordTypeSet& snapshotReads()
+{
+    static const RecordTypeSet reads{
+        RecordType::Attributes, RecordType::BkgPalette, RecordType::SpritePalette, RecordType::ChrData,
+        RecordType::Text, RecordType::Caption, RecordType::CaptionPos, RecordType::PageNumberPos,
+        RecordType::ItemPos, RecordType::BkgTile, RecordType::SpriteTile, RecordType::ArrowTile,
+        RecordType::ArrowTileListEntry, RecordType::AttrCellPos, RecordType::AttrQuadPos, RecordType::AttrViewPos,
+        RecordType::BkgChrPos, RecordType::BkgZoomPos, RecordType::BkgPalettePos, RecordType::SpChrPos,
+        RecordType::SpZoomPos, RecordType::SpPalettePos, RecordType::ColorPos, RecordType::CharMapData,
+        RecordType::BigCursor, RecordType::BigSprite, RecordType::MapCharPos, RecordType::FontCharPos,
+        RecordType::NameTablePos, RecordType::SelectedBkgTiles, RecordType::SelectedSpriteTiles};
+    return reads;
+}
+
+// The records inside the container, bounded by the container's size and by the buffer.
+QByteArrayView containedRecords(QByteArrayView snapshot)
+{
+    const quint64 declared = qFromLittleEndian<std::uint32_t>(snapshot.data() + 12);
+    const quint64 available = static_cast<quint64>(snapshot.size() - kRecordHeaderBytes);
+    return snapshot.sliced(kRecordHeaderBytes, static_cast<qsizetype>(std::min(declared, available)));
+}
+
+bool isContainer(QByteArrayView snapshot)
+{
+    return snapshot.size() >= kRecordHeaderBytes &&
+           qFromLittleEndian<std::uint32_t>(snapshot.data()) == static_cast<std::uint32_t>(RecordType::Container);
+}
+
+TileEntry withId(TileEntry entry, std::int32_t id)
+{
+    entry.id = id;
+    return entry;
+}
+
+} // namespace
+
+QByteArray TakeSnapshot(const DesignDocument& document, const DesignerState& state)
+{
+    QByteArray out;
+    const auto tiles = document.BkgTileList.size() + document.SpriteTileList.size() + document.ArrowTileList.size();
+    qsizetype textBytes = 0;
+    for (const TextEntry& text : document.CustomText)
+        textBytes += 36 + text.text.size() * 2;
+    out.reserve(kEmptySnapshotBytes + static_cast<qsizetype>(tiles) * kTileRecordBytes + textBytes +
+                document.CaptionText.size() * 2);
+
+    AppendRecord(out, RecordType::Container, {}, kSnapshotReserved);
+    for (const TileEntry& entry : document.BkgTileList)
+        appendTileRecord(out, RecordType::BkgTile, withId(entry, 0));
+    for (const TileEntry& entry : document.SpriteTileList)
+        appendTileRecord(out, RecordType::SpriteTile, withId(entry, 0));
+    appendBytesRecord(out, RecordType::Attributes, document.Attributes);
+    appendBytesRecord(out, RecordType::BkgPalette, document.BkgPalette);
+    appendBytesRecord(out, RecordType::SpritePalette, document.SpritePalette);
+    appendPosRecord(out, RecordType::CaptionPos, state.CaptionPos);
+    appendCaptionRecord(out, document.CaptionText);
+    appendPosRecord(out, RecordType::PageNumberPos, state.PageNumberPos);
+    appendPosRecord(out, RecordType::ItemPos, state.ItemPos);
+    appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
+    for (const TileEntry& entry : document.ArrowTileList)
+        appendTileRecord(out, RecordType::ArrowTileListEntry, entry);
+    appendBytesRecord(out, RecordType::ChrData, document.ChrData);
+    for (const TextEntry& text : document.CustomText)
+        appendTextRecord(out, text);
+    appendPosRecord(out, RecordType::AttrCellPos, state.AttrCellPos);
+    appendPosRecord(out, RecordType::AttrQuadPos, state.AttrQuadPos);
+    appendPosRecord(out, RecordType::AttrViewPos, state.AttrViewPos);
+    appendPosRecord(out, RecordType::BkgChrPos, state.BkgChrPos);
+    appendPosRecord(out, RecordType::BkgZoomPos, state.BkgZoomPos);
+    appendPosRecord(out, RecordType::BkgPalettePos, state.BkgPalettePos);
+    appendPosRecord(out, RecordType::SpChrPos, state.SpChrPos);
+    appendPosRecord(out, RecordType::SpZoomPos, state.SpZoomPos);
+    appendPosRecord(out, RecordType::SpPalettePos, state.SpPalettePos);
+    appendPosRecord(out, RecordType::ColorPos, state.ColorPos);
+    appendBytesRecord(out, RecordType::CharMapData, document.CharMapData);
+    appendFlagRecord(out, RecordType::BigCursor, state.BigCursor);
+    appendFlagRecord(out, RecordType::BigSprite, document.BigSprite != 0);
+    // The map strip, the canvas and the font strip, in this order.
+    appendPosRecord(out, RecordType::MapCharPos, state.MapCharPos);
+    appendPosRecord(out, RecordType::NameTablePos, state.NameTablePos);
+    appendPosRecord(out, RecordType::FontCharPos, state.FontCharPos);
+    appendBytesRecord(out, RecordType::SelectedBkgTiles, document.SelectedBkgTiles);
+    appendBytesRecord(out, RecordType::SelectedSpriteTiles, document.SelectedSpriteTiles);
+
+    qToLittleEndian<std::uint32_t>(static_cast<std::uint32_t>(out.size() - kRecordHeaderBytes), out.data() + 12);
+    return out;
+}
+
+bool IsWholeSnapshot(QByteArrayView snapshot)
+{
+    return isContainer(snapshot) &&
+           CheckRecords(containedRecords(snapshot), snapshotReads(), RecordTail::MustBeWhole, {}).ok();
+}
+
+DesignResult ApplySnapshot(DesignDocument& document, DesignerState& state, QByteArrayView snapshot)
+{
+    const bool container = isContainer(snapshot);
+    if (container) {
+        const DesignResult checked =
+            CheckRecords(containedRecords(snapshot), snapshotReads(), RecordTail::MustBeWhole, {});
+        if (!checked.ok())
+            return checked;
+    }
+
+    document.CustomText.clear();
+    document.BkgTileList.clear();
+    document.SpriteTileList.clear();
+    document.ArrowTileList.clear();
+    state.BkgTileCounter = 0;
+    state.SpriteTileCounter = 0;
+    state.TextCounter = 0;
+    if (!container)
+        return {};
+
+    for (const DesignRecord& record : WholeRecords(containedRecords(snapshot)))
+        ApplyDesignRecord(record, document, state, CaptionTarget::CanvasAndField);
+
+    if (document.ArrowTileList.empty())
+        BuildDefaultBigCursor(document, state);
+    RecomputeSelectedColor(document, state);
+    return {};
+}
+
+} // namespace zunbrix
