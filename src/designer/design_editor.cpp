@@ -28,6 +28,7 @@ DesignEditor::DesignEditor(DesignDocument& document)
 void DesignEditor::SetCaption(const QString& text)
 {
     document_.CaptionText = text;
+    CaptionEdit = text;
 }
 
 bool DesignEditor::SetList(const QStringList& names, int pageSize, bool doubleSpaced)

@@ -6,6 +6,7 @@
 
 #include "designer/document.h"
 #include "designer/sample_list.h"
+#include "designer/undo_history.h"
 
 #include <QString>
 #include <QStringList>
@@ -96,6 +97,21 @@ public:
     std::int32_t BkgTileCounter = 0;
     std::int32_t SpriteTileCounter = 0;
     std::int32_t TextCounter = 0;
+
+    // Window state outside the snapshots: the Shift key as the file commands see it, the quick modes of
+    // the character strips and the canvas, and the cursor mark.
+    bool ShiftDown = false;
+    bool QuickFromBg = false;
+    bool QuickToBg = false;
+    bool QuickToSp = false;
+    bool QuickStamp = false;
+    bool MarkCursor = false;
+    // The texts of the caption field (kept as the caption when the designer closes) and of the field
+    // that "Add" takes a text from; the path last chosen in a file dialog.
+    QString CaptionEdit;
+    QString CustomTextEdit;
+    QString CurrentFilePath;
+    UndoHistory history;
 
 private:
     void takeAttrByte();

@@ -3,8 +3,7 @@
 #include "designer/design_record.h"
 #include "designer/design_records.h"
 #include "designer/design_settings.h"
-#include "designer/designer_state.h"
-#include "designer/document.h"
+#include "designer/design_editor.h"
 #include "designer/snapshot.h"
 #include "frame/registry_store.h"
 
@@ -76,7 +75,7 @@ bool readFlag(const char* value, bool& flag)
     return true;
 }
 
-void readPos(const char* value, EditorPos& pos)
+void readPos(const char* value, Position& pos)
 {
     std::array<std::uint8_t, 8> bytes{};
     qToLittleEndian<std::int32_t>(pos.x, bytes.data());
@@ -111,7 +110,7 @@ void writeU32(const char* value, std::uint32_t number)
     writeBytes(value, QByteArrayView(bytes, 4));
 }
 
-void writePos(const char* value, const EditorPos& pos)
+void writePos(const char* value, const Position& pos)
 {
     char bytes[8];
     qToLittleEndian<std::int32_t>(pos.x, bytes);
@@ -140,18 +139,18 @@ bool liesOffScreen(const TextEntry& text)
 
 struct ShowFlag {
     const char* value;
-    bool DesignerState::*flag;
+    bool DesignEditor::*flag;
 };
 
 constexpr ShowFlag kShowFlags[] = {
-    {kShowBgTile, &DesignerState::Show_Bg_Tile},       {kShowSpTile, &DesignerState::Show_Sp_Tile},
-    {kShowList, &DesignerState::Show_List},            {kShowCustomText, &DesignerState::Show_Custom_Text},
-    {kShowCaption, &DesignerState::Show_Caption},      {kShowCursor, &DesignerState::Show_Cursor},
+    {kShowBgTile, &DesignEditor::Show_Bg_Tile},       {kShowSpTile, &DesignEditor::Show_Sp_Tile},
+    {kShowList, &DesignEditor::Show_List},            {kShowCustomText, &DesignEditor::Show_Custom_Text},
+    {kShowCaption, &DesignEditor::Show_Caption},      {kShowCursor, &DesignEditor::Show_Cursor},
 };
 
-void restoreHistory(DesignDocument& document, DesignerState& state)
+void restoreHistory(DesignEditor& editor)
 {
-    UndoHistory& history = state.history;
+    UndoHistory& history = editor.history;
     if (history.HistoryList.empty()) {
         QByteArray stored;
         if (RegistryStore::GetBinary(key(), name(kHistoryDataList), stored) && !stored.isEmpty())
@@ -159,7 +158,7 @@ void restoreHistory(DesignDocument& document, DesignerState& state)
     }
     QByteArray lastWorkState;
     if (RegistryStore::GetBinary(key(), name(kLastWorkState), lastWorkState) && !lastWorkState.isEmpty())
-        ApplySnapshot(document, state, lastWorkState);
+        ApplySnapshot(editor, lastWorkState);
 
     std::array<std::uint8_t, 4> index{};
     if (readFixed(kHistoryDataIndex, index))
@@ -194,83 +193,81 @@ std::vector<QByteArray> ReadHistoryDataList(QByteArrayView data)
     return snapshots;
 }
 
-bool OpenDesigner(DesignDocument& document, DesignerState& state)
+bool OpenDesigner(DesignEditor& editor)
 {
+    DesignDocument& document = editor.document();
     for (const ShowFlag& show : kShowFlags) {
-        if (!readFlag(show.value, state.*show.flag))
-            state.*show.flag = true;
+        if (!readFlag(show.value, editor.*show.flag))
+            editor.*show.flag = true;
     }
-    readPos(kBkgPalettePos, state.BkgPalettePos);
-    readPos(kSpPalettePos, state.SpPalettePos);
-    readPos(kCaptionPos, state.CaptionPos);
-    readPos(kPageNumberPos, state.PageNumberPos);
-    readFlag(kFillColor, state.FillColor);
-    readFlag(kDrawLine, state.DrawLine);
-    readFlag(kDragText, state.DragText);
-    readPos(kItemPos, state.ItemPos);
-    readFlag(design_settings::kBigCursor, state.BigCursor);
+    readPos(kBkgPalettePos, editor.BkgPalettePos);
+    readPos(kSpPalettePos, editor.SpPalettePos);
+    readPos(kCaptionPos, editor.CaptionPos);
+    readPos(kPageNumberPos, editor.PageNumberPos);
+    readFlag(kFillColor, editor.FillColor);
+    readFlag(kDrawLine, editor.DrawLine);
+    readFlag(kDragText, editor.DragText);
+    readPos(kItemPos, editor.ItemPos);
+    readFixed(design_settings::kBigCursor, &editor.BigCursor, 1);
     readFixed(design_settings::kBigSprite, &document.BigSprite, 1);
 
     QString caption;
     if (RegistryStore::GetString(key(), name(design_settings::kCaptionText), caption))
-        SetCaption(document, state, caption);
+        editor.SetCaption(caption);
 
     const bool loaded = document.LoadDesign();
-    ResetCountersToListSizes(document, state);
-    if (document.ArrowTileList.size() < 4)
-        BuildDefaultBigCursor(document, state);
+    editor.beginEditing();
 
-    RegistryStore::GetString(key(), name(kCustomTextEdit), state.CustomTextEdit);
-    restoreHistory(document, state);
-    RecomputeSelectedColor(document, state);
+    RegistryStore::GetString(key(), name(kCustomTextEdit), editor.CustomTextEdit);
+    restoreHistory(editor);
+    editor.recomputeSelectedColor();
     return loaded;
 }
 
-bool CloseDesigner(DesignDocument& document, DesignerState& state)
+bool CloseDesigner(DesignEditor& editor)
 {
-    writeFlag(design_settings::kBigCursor, state.BigCursor);
+    DesignDocument& document = editor.document();
+    writeFlag(design_settings::kBigCursor, editor.BigCursor != 0);
     writeBytes(design_settings::kBigSprite, QByteArrayView(reinterpret_cast<const char*>(&document.BigSprite), 1));
     writeBytes(design_settings::kCharMapData, document.CharMapData);
     for (const ShowFlag& show : kShowFlags)
-        writeFlag(show.value, state.*show.flag);
+        writeFlag(show.value, editor.*show.flag);
 
-    writeBytes(kLastWorkState, TakeSnapshot(document, state));
-    if (!state.history.HistoryList.empty())
-        writeBytes(kHistoryDataList, HistoryDataListBytes(state.history.HistoryList));
-    writeU32(kHistoryDataIndex, state.history.HistoryIndex);
+    writeBytes(kLastWorkState, TakeSnapshot(editor));
+    if (!editor.history.HistoryList.empty())
+        writeBytes(kHistoryDataList, HistoryDataListBytes(editor.history.HistoryList));
+    writeU32(kHistoryDataIndex, editor.history.HistoryIndex);
 
     if (!RegistryStore::CreateKey(key()))
         return false;
 
-    writePos(kBkgPalettePos, state.BkgPalettePos);
-    writePos(kSpPalettePos, state.SpPalettePos);
+    writePos(kBkgPalettePos, editor.BkgPalettePos);
+    writePos(kSpPalettePos, editor.SpPalettePos);
     const auto arrowTile = document.ArrowTile.toBytes();
     writeBytes(design_settings::kArrowTile, arrowTile);
     writeBytes(design_settings::kAttributes, document.Attributes);
     writeBytes(design_settings::kBkgPalette, document.BkgPalette);
     writeBytes(design_settings::kSpritePalette, document.SpritePalette);
-    writePos(kCaptionPos, state.CaptionPos);
-    writePos(kPageNumberPos, state.PageNumberPos);
-    writeFlag(kFillColor, state.FillColor);
-    writeFlag(kDrawLine, state.DrawLine);
-    writeFlag(kDragText, state.DragText);
-    writePos(kItemPos, state.ItemPos);
+    writePos(kCaptionPos, editor.CaptionPos);
+    writePos(kPageNumberPos, editor.PageNumberPos);
+    writeFlag(kFillColor, editor.FillColor);
+    writeFlag(kDrawLine, editor.DrawLine);
+    writeFlag(kDragText, editor.DragText);
+    writePos(kItemPos, editor.ItemPos);
 
-    document.CaptionPpuAddr = PpuAddress(state.CaptionPos.x, state.CaptionPos.y);
-    document.PageNumberPpuAddr = PpuAddress(state.PageNumberPos.x, state.PageNumberPos.y);
-    document.ItemPpuAddr = PpuAddress(state.ItemPos.x, state.ItemPos.y);
+    editor.storePpuAddresses();
     writeU32(design_settings::kCaptionPpuAddr, document.CaptionPpuAddr);
     writeU32(design_settings::kPageNumberPpuAddr, document.PageNumberPpuAddr);
     writeU32(design_settings::kItemPpuAddr, document.ItemPpuAddr);
 
-    document.CaptionText = state.CaptionEdit;
+    document.CaptionText = editor.CaptionEdit;
     RegistryStore::SetString(key(), name(design_settings::kCaptionText), document.CaptionText);
 
     writeTileList(design_settings::kBkgTileList, document.BkgTileList);
     writeTileList(design_settings::kSpriteTileList, document.SpriteTileList);
     writeTileList(design_settings::kArrowTileList, document.ArrowTileList);
     writeBytes(design_settings::kChrData, document.ChrData);
-    RegistryStore::SetString(key(), name(kCustomTextEdit), state.CustomTextEdit);
+    RegistryStore::SetString(key(), name(kCustomTextEdit), editor.CustomTextEdit);
 
     std::erase_if(document.CustomText, liesOffScreen);
     QByteArray texts;

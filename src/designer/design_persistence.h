@@ -8,18 +8,18 @@
 namespace zunbrix {
 
 class DesignDocument;
-struct DesignerState;
+class DesignEditor;
 
 // The designer's state in the settings store, under the design's key.
 
 // When the designer opens: its own values, the document (LoadDesign), the text field, the undo history and
 // the last work state. The result is LoadDesign's: false when there are no factory tiles.
-bool OpenDesigner(DesignDocument& document, DesignerState& state);
+bool OpenDesigner(DesignEditor& editor);
 
 // When the designer closes: everything back to the store. The last work state is written before texts
 // lying wholly off the screen are dropped, so they come back at the next open. False when the key can't
 // be created; the values after the history are then not written.
-bool CloseDesigner(DesignDocument& document, DesignerState& state);
+bool CloseDesigner(DesignEditor& editor);
 
 // What the main window reads at its start: the attribute table, both palettes, and the three PPU addresses.
 // The addresses are asked for as numbers while the designer stores them as bytes, so the stored ones are

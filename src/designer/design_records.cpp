@@ -1,7 +1,5 @@
 #include "designer/design_records.h"
 
-#include "designer/document.h"
-
 #include <QtEndian>
 
 namespace zunbrix {
@@ -131,7 +129,7 @@ void appendTileRecord(QByteArray& out, RecordType type, const TileEntry& entry)
     AppendRecord(out, type, QByteArrayView(reinterpret_cast<const char*>(bytes.data()), TileEntry::kByteSize));
 }
 
-void appendPosRecord(QByteArray& out, RecordType type, const EditorPos& pos)
+void appendPosRecord(QByteArray& out, RecordType type, const Position& pos)
 {
     char bytes[8];
     qToLittleEndian<std::int32_t>(pos.x, bytes);
@@ -165,7 +163,7 @@ void readTilePayload(QByteArrayView payload, TileEntry& entry)
     entry = TileEntry::fromBytes(bytes);
 }
 
-void readPosPayload(QByteArrayView payload, EditorPos& pos)
+void readPosPayload(QByteArrayView payload, Position& pos)
 {
     std::array<std::uint8_t, 8> bytes{};
     qToLittleEndian<std::int32_t>(pos.x, bytes.data());
@@ -192,9 +190,9 @@ QString readCaptionPayload(QByteArrayView payload)
     return caption;
 }
 
-void ApplyDesignRecord(const DesignRecord& record, DesignDocument& document, DesignerState& state,
-                       CaptionTarget caption)
+void ApplyDesignRecord(const DesignRecord& record, DesignEditor& editor, CaptionTarget caption)
 {
+    DesignDocument& document = editor.document();
     const QByteArrayView payload = record.payload;
     switch (static_cast<RecordType>(record.type)) {
     case RecordType::Attributes: readBytesPayload(payload, document.Attributes); break;
@@ -203,28 +201,28 @@ void ApplyDesignRecord(const DesignRecord& record, DesignDocument& document, Des
     case RecordType::ChrData: readBytesPayload(payload, document.ChrData); break;
     case RecordType::Text: {
         TextEntry text = readTextPayload(payload);
-        text.id = state.TextCounter++;
+        text.id = editor.TextCounter++;
         document.CustomText.push_back(std::move(text));
         break;
     }
     case RecordType::Caption:
         document.CaptionText = readCaptionPayload(payload);
         if (caption == CaptionTarget::CanvasAndField)
-            state.CaptionEdit = document.CaptionText;
+            editor.CaptionEdit = document.CaptionText;
         break;
-    case RecordType::CaptionPos: readPosPayload(payload, state.CaptionPos); break;
-    case RecordType::PageNumberPos: readPosPayload(payload, state.PageNumberPos); break;
-    case RecordType::ItemPos: readPosPayload(payload, state.ItemPos); break;
+    case RecordType::CaptionPos: readPosPayload(payload, editor.CaptionPos); break;
+    case RecordType::PageNumberPos: readPosPayload(payload, editor.PageNumberPos); break;
+    case RecordType::ItemPos: readPosPayload(payload, editor.ItemPos); break;
     case RecordType::BkgTile: {
         TileEntry entry;
         readTilePayload(payload, entry);
-        document.BkgTileList.push_back(withId(entry, state.BkgTileCounter++));
+        document.BkgTileList.push_back(withId(entry, editor.BkgTileCounter++));
         break;
     }
     case RecordType::SpriteTile: {
         TileEntry entry;
         readTilePayload(payload, entry);
-        document.SpriteTileList.push_back(withId(entry, state.SpriteTileCounter++));
+        document.SpriteTileList.push_back(withId(entry, editor.SpriteTileCounter++));
         break;
     }
     case RecordType::ArrowTile: readTilePayload(payload, document.ArrowTile); break;
@@ -234,31 +232,31 @@ void ApplyDesignRecord(const DesignRecord& record, DesignDocument& document, Des
         document.ArrowTileList.push_back(entry);
         break;
     }
-    case RecordType::AttrCellPos: readPosPayload(payload, state.AttrCellPos); break;
-    case RecordType::AttrQuadPos: readPosPayload(payload, state.AttrQuadPos); break;
-    case RecordType::AttrViewPos: readPosPayload(payload, state.AttrViewPos); break;
-    case RecordType::BkgChrPos: readPosPayload(payload, state.BkgChrPos); break;
-    case RecordType::BkgZoomPos: readPosPayload(payload, state.BkgZoomPos); break;
-    case RecordType::BkgPalettePos: readPosPayload(payload, state.BkgPalettePos); break;
-    case RecordType::SpChrPos: readPosPayload(payload, state.SpChrPos); break;
-    case RecordType::SpZoomPos: readPosPayload(payload, state.SpZoomPos); break;
-    case RecordType::SpPalettePos: readPosPayload(payload, state.SpPalettePos); break;
-    case RecordType::ColorPos: readPosPayload(payload, state.ColorPos); break;
+    case RecordType::AttrCellPos: readPosPayload(payload, editor.AttrCellPos); break;
+    case RecordType::AttrQuadPos: readPosPayload(payload, editor.AttrQuadPos); break;
+    case RecordType::AttrViewPos: readPosPayload(payload, editor.AttrViewPos); break;
+    case RecordType::BkgChrPos: readPosPayload(payload, editor.BkgChrPos); break;
+    case RecordType::BkgZoomPos: readPosPayload(payload, editor.BkgZoomPos); break;
+    case RecordType::BkgPalettePos: readPosPayload(payload, editor.BkgPalettePos); break;
+    case RecordType::SpChrPos: readPosPayload(payload, editor.SpChrPos); break;
+    case RecordType::SpZoomPos: readPosPayload(payload, editor.SpZoomPos); break;
+    case RecordType::SpPalettePos: readPosPayload(payload, editor.SpPalettePos); break;
+    case RecordType::ColorPos: readPosPayload(payload, editor.ColorPos); break;
     case RecordType::CharMapData:
         if (payload.size() <= 256)
             readBytesPayload(payload, document.CharMapData);
         break;
     case RecordType::BigCursor:
         if (payload.size() == 1)
-            state.BigCursor = payload[0] != 0;
+            editor.BigCursor = static_cast<std::uint8_t>(payload[0]);
         break;
     case RecordType::BigSprite:
         if (payload.size() == 1)
             document.BigSprite = static_cast<std::uint8_t>(payload[0]);
         break;
-    case RecordType::MapCharPos: readPosPayload(payload, state.MapCharPos); break;
-    case RecordType::FontCharPos: readPosPayload(payload, state.FontCharPos); break;
-    case RecordType::NameTablePos: readPosPayload(payload, state.NameTablePos); break;
+    case RecordType::MapCharPos: readPosPayload(payload, editor.MapCharPos); break;
+    case RecordType::FontCharPos: readPosPayload(payload, editor.FontCharPos); break;
+    case RecordType::NameTablePos: readPosPayload(payload, editor.NameTablePos); break;
     case RecordType::SelectedBkgTiles: readBytesPayload(payload, document.SelectedBkgTiles); break;
     case RecordType::SelectedSpriteTiles: readBytesPayload(payload, document.SelectedSpriteTiles); break;
     default: break;

@@ -2,7 +2,7 @@
 
 #include "designer/design_error.h"
 #include "designer/design_record.h"
-#include "designer/designer_state.h"
+#include "designer/design_editor.h"
 #include "designer/tile_entry.h"
 
 #include <QByteArray>
@@ -15,8 +15,6 @@
 #include <initializer_list>
 
 namespace zunbrix {
-
-class DesignDocument;
 
 // The payloads of the design's records, and the check that keeps a damaged record from touching the design.
 
@@ -43,7 +41,7 @@ DesignResult CheckRecords(QByteArrayView data, const RecordTypeSet& reads, Recor
 
 // Payload encoders.
 void appendTileRecord(QByteArray& out, RecordType type, const TileEntry& entry);
-void appendPosRecord(QByteArray& out, RecordType type, const EditorPos& pos);
+void appendPosRecord(QByteArray& out, RecordType type, const Position& pos);
 void appendTextRecord(QByteArray& out, const TextEntry& text);
 void appendCaptionRecord(QByteArray& out, const QString& caption);
 void appendFlagRecord(QByteArray& out, RecordType type, bool flag);
@@ -56,7 +54,7 @@ void appendBytesRecord(QByteArray& out, RecordType type, const std::array<std::u
 // Payload decoders, for records that CheckRecords accepted. A payload shorter than its field fills the
 // start of it and leaves the rest as it was.
 void readTilePayload(QByteArrayView payload, TileEntry& entry);
-void readPosPayload(QByteArrayView payload, EditorPos& pos);
+void readPosPayload(QByteArrayView payload, Position& pos);
 TextEntry readTextPayload(QByteArrayView payload);
 QString readCaptionPayload(QByteArrayView payload);
 template <std::size_t N>
@@ -72,7 +70,6 @@ enum class CaptionTarget { CanvasOnly, CanvasAndField };
 
 // Puts one accepted record into the document: tiles and texts are appended with ids from the counters,
 // the big cursor's entries keep their stored id, fields are overwritten.
-void ApplyDesignRecord(const DesignRecord& record, DesignDocument& document, DesignerState& state,
-                       CaptionTarget caption);
+void ApplyDesignRecord(const DesignRecord& record, DesignEditor& editor, CaptionTarget caption);
 
 } // namespace zunbrix

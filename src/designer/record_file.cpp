@@ -3,8 +3,7 @@
 #include "designer/design_file_filters.h"
 #include "designer/design_file_io.h"
 #include "designer/design_records.h"
-#include "designer/designer_state.h"
-#include "designer/document.h"
+#include "designer/design_editor.h"
 #include "designer/undo_history.h"
 
 namespace zunbrix {
@@ -64,8 +63,9 @@ void appendTexts(QByteArray& out, const DesignDocument& document)
         appendTextRecord(out, text);
 }
 
-void appendMenu(QByteArray& out, const DesignDocument& document, const DesignerState& state)
+void appendMenu(QByteArray& out, const DesignEditor& editor)
 {
+    const DesignDocument& document = editor.document();
     for (const TileEntry& entry : document.BkgTileList)
         appendTileRecord(out, RecordType::BkgTile, entry);
     for (const TileEntry& entry : document.SpriteTileList)
@@ -74,35 +74,37 @@ void appendMenu(QByteArray& out, const DesignDocument& document, const DesignerS
     appendBytesRecord(out, RecordType::Attributes, document.Attributes);
     appendBytesRecord(out, RecordType::BkgPalette, document.BkgPalette);
     appendBytesRecord(out, RecordType::SpritePalette, document.SpritePalette);
-    appendPosRecord(out, RecordType::CaptionPos, state.CaptionPos);
+    appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
     appendCaptionRecord(out, document.CaptionText);
-    appendPosRecord(out, RecordType::PageNumberPos, state.PageNumberPos);
-    appendPosRecord(out, RecordType::ItemPos, state.ItemPos);
+    appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
+    appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
     appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
     for (const TileEntry& entry : document.ArrowTileList)
         appendTileRecord(out, RecordType::ArrowTileListEntry, entry);
     appendBytesRecord(out, RecordType::ChrData, document.ChrData);
     appendTexts(out, document);
-    appendFlagRecord(out, RecordType::BigCursor, state.BigCursor);
+    appendFlagRecord(out, RecordType::BigCursor, editor.BigCursor != 0);
     appendFlagRecord(out, RecordType::BigSprite, document.BigSprite != 0);
 }
 
-void appendNameTablePage(QByteArray& out, const DesignDocument& document, const DesignerState& state)
+void appendNameTablePage(QByteArray& out, const DesignEditor& editor)
 {
+    const DesignDocument& document = editor.document();
     for (const TileEntry& entry : document.BkgTileList)
         appendTileRecord(out, RecordType::BkgTile, entry);
     appendBytesRecord(out, RecordType::Attributes, document.Attributes);
-    appendPosRecord(out, RecordType::CaptionPos, state.CaptionPos);
+    appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
     appendCaptionRecord(out, document.CaptionText);
-    appendPosRecord(out, RecordType::PageNumberPos, state.PageNumberPos);
-    appendPosRecord(out, RecordType::ItemPos, state.ItemPos);
+    appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
+    appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
     appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
     appendTexts(out, document);
 }
 
-void appendTextList(QByteArray& out, const DesignDocument& document, const DesignerState& state)
+void appendTextList(QByteArray& out, const DesignEditor& editor)
 {
-    appendPosRecord(out, RecordType::CaptionPos, state.CaptionPos);
+    const DesignDocument& document = editor.document();
+    appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
     appendCaptionRecord(out, document.CaptionText);
     appendTexts(out, document);
 }
@@ -116,55 +118,56 @@ void copyFromImage(QByteArrayView image, qsizetype offset, std::array<std::uint8
 
 } // namespace
 
-QByteArray RecordFileBytes(RecordFileKind kind, const DesignDocument& document, const DesignerState& state)
+QByteArray RecordFileBytes(RecordFileKind kind, const DesignEditor& editor)
 {
     QByteArray out;
     switch (kind) {
-    case RecordFileKind::Menu: appendMenu(out, document, state); break;
-    case RecordFileKind::NameTablePage: appendNameTablePage(out, document, state); break;
-    case RecordFileKind::TextList: appendTextList(out, document, state); break;
+    case RecordFileKind::Menu: appendMenu(out, editor); break;
+    case RecordFileKind::NameTablePage: appendNameTablePage(out, editor); break;
+    case RecordFileKind::TextList: appendTextList(out, editor); break;
     }
     return out;
 }
 
-DesignResult ApplyRecordFile(RecordFileKind kind, DesignDocument& document, DesignerState& state,
-                             QByteArrayView data, const QString& path)
+DesignResult ApplyRecordFile(RecordFileKind kind, DesignEditor& editor, QByteArrayView data, const QString& path)
 {
+    DesignDocument& document = editor.document();
     const RecordFileRules& rules = rulesOf(kind);
     if (DesignResult checked = CheckRecords(data, rules.reads, RecordTail::StopAtLastWholeRecord, path);
         !checked.ok())
         return checked;
 
     document.CustomText.clear();
-    state.TextCounter = 0;
+    editor.TextCounter = 0;
     if (rules.clearsBkgTiles) {
         document.BkgTileList.clear();
-        state.BkgTileCounter = 0;
+        editor.BkgTileCounter = 0;
     }
     if (rules.clearsSpritesAndCursor) {
         document.SpriteTileList.clear();
         document.ArrowTileList.clear();
-        state.SpriteTileCounter = 0;
+        editor.SpriteTileCounter = 0;
     }
     for (const DesignRecord& record : WholeRecords(data)) {
         if (rules.reads.contains(record.type))
-            ApplyDesignRecord(record, document, state, rules.caption);
+            ApplyDesignRecord(record, editor, rules.caption);
     }
     if (kind != RecordFileKind::TextList)
-        RecomputeSelectedColor(document, state);
+        editor.recomputeSelectedColor();
     return {};
 }
 
-void ApplyPpuMemoryImage(DesignDocument& document, DesignerState& state, QByteArrayView data, int nameTableOffset)
+void ApplyPpuMemoryImage(DesignEditor& editor, QByteArrayView data, int nameTableOffset)
 {
+    DesignDocument& document = editor.document();
     if (data.size() != kPpuImageBytes)
         return;
     document.CustomText.clear();
     document.BkgTileList.clear();
     document.SpriteTileList.clear();
-    state.TextCounter = 0;
-    state.BkgTileCounter = 0;
-    state.SpriteTileCounter = 0;
+    editor.TextCounter = 0;
+    editor.BkgTileCounter = 0;
+    editor.SpriteTileCounter = 0;
 
     copyFromImage(data, 0, document.ChrData);
     copyFromImage(data, kPpuBkgPaletteOffset, document.BkgPalette);
@@ -175,26 +178,25 @@ void ApplyPpuMemoryImage(DesignDocument& document, DesignerState& state, QByteAr
         if (tile == 0)
             continue;
         TileEntry entry;
-        entry.id = state.BkgTileCounter++;
+        entry.id = editor.BkgTileCounter++;
         entry.tile = tile;
         entry.x = cell & 31;
         entry.y = cell >> 5;
         document.BkgTileList.push_back(entry);
     }
-    RecomputeSelectedColor(document, state);
+    editor.recomputeSelectedColor();
 }
 
-DesignResult SaveRecordFile(RecordFileKind kind, const DesignDocument& document, const DesignerState& state,
-                            const QString& path, int /*filter: each kind offers one*/)
+DesignResult SaveRecordFile(RecordFileKind kind, const DesignEditor& editor, const QString& path,
+                            int /*filter: each kind offers one*/)
 {
     const QString target = PathWithSaveExtension(path, savePatternOf(kind));
-    DesignResult written = WriteDesignFile(target, RecordFileBytes(kind, document, state), rulesOf(kind).overwrite);
+    DesignResult written = WriteDesignFile(target, RecordFileBytes(kind, editor), rulesOf(kind).overwrite);
     written.path = target;
     return written;
 }
 
-DesignResult LoadRecordFile(RecordFileKind kind, DesignDocument& document, DesignerState& state,
-                            const QString& path, int filter)
+DesignResult LoadRecordFile(RecordFileKind kind, DesignEditor& editor, const QString& path, int filter)
 {
     const bool ppuImage = kind == RecordFileKind::Menu &&
                           (filter == file_filters::kPpuImage2000 || filter == file_filters::kPpuImage2C00);
@@ -210,14 +212,14 @@ DesignResult LoadRecordFile(RecordFileKind kind, DesignDocument& document, Desig
         return read;
     }
 
-    UndoBegin(document, state, true);
+    UndoBegin(editor, true);
     DesignResult applied;
     if (ppuImage)
-        ApplyPpuMemoryImage(document, state, data,
+        ApplyPpuMemoryImage(editor, data,
                             filter == file_filters::kPpuImage2C00 ? kNameTableAt2C00 : kNameTableAt2000);
     else
-        applied = ApplyRecordFile(kind, document, state, data, path);
-    UndoCommit(document, state, true);
+        applied = ApplyRecordFile(kind, editor, data, path);
+    UndoCommit(editor, true);
     return applied;
 }
 

@@ -1,8 +1,7 @@
 #include "designer/snapshot.h"
 
 #include "designer/design_records.h"
-#include "designer/designer_state.h"
-#include "designer/document.h"
+#include "designer/design_editor.h"
 
 #include <QtEndian>
 
@@ -52,8 +51,9 @@ TileEntry withId(TileEntry entry, std::int32_t id)
 
 } // namespace
 
-QByteArray TakeSnapshot(const DesignDocument& document, const DesignerState& state)
+QByteArray TakeSnapshot(const DesignEditor& editor)
 {
+    const DesignDocument& document = editor.document();
     QByteArray out;
     const auto tiles = document.BkgTileList.size() + document.SpriteTileList.size() + document.ArrowTileList.size();
     qsizetype textBytes = 0;
@@ -70,33 +70,33 @@ QByteArray TakeSnapshot(const DesignDocument& document, const DesignerState& sta
     appendBytesRecord(out, RecordType::Attributes, document.Attributes);
     appendBytesRecord(out, RecordType::BkgPalette, document.BkgPalette);
     appendBytesRecord(out, RecordType::SpritePalette, document.SpritePalette);
-    appendPosRecord(out, RecordType::CaptionPos, state.CaptionPos);
+    appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
     appendCaptionRecord(out, document.CaptionText);
-    appendPosRecord(out, RecordType::PageNumberPos, state.PageNumberPos);
-    appendPosRecord(out, RecordType::ItemPos, state.ItemPos);
+    appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
+    appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
     appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
     for (const TileEntry& entry : document.ArrowTileList)
         appendTileRecord(out, RecordType::ArrowTileListEntry, entry);
     appendBytesRecord(out, RecordType::ChrData, document.ChrData);
     for (const TextEntry& text : document.CustomText)
         appendTextRecord(out, text);
-    appendPosRecord(out, RecordType::AttrCellPos, state.AttrCellPos);
-    appendPosRecord(out, RecordType::AttrQuadPos, state.AttrQuadPos);
-    appendPosRecord(out, RecordType::AttrViewPos, state.AttrViewPos);
-    appendPosRecord(out, RecordType::BkgChrPos, state.BkgChrPos);
-    appendPosRecord(out, RecordType::BkgZoomPos, state.BkgZoomPos);
-    appendPosRecord(out, RecordType::BkgPalettePos, state.BkgPalettePos);
-    appendPosRecord(out, RecordType::SpChrPos, state.SpChrPos);
-    appendPosRecord(out, RecordType::SpZoomPos, state.SpZoomPos);
-    appendPosRecord(out, RecordType::SpPalettePos, state.SpPalettePos);
-    appendPosRecord(out, RecordType::ColorPos, state.ColorPos);
+    appendPosRecord(out, RecordType::AttrCellPos, editor.AttrCellPos);
+    appendPosRecord(out, RecordType::AttrQuadPos, editor.AttrQuadPos);
+    appendPosRecord(out, RecordType::AttrViewPos, editor.AttrViewPos);
+    appendPosRecord(out, RecordType::BkgChrPos, editor.BkgChrPos);
+    appendPosRecord(out, RecordType::BkgZoomPos, editor.BkgZoomPos);
+    appendPosRecord(out, RecordType::BkgPalettePos, editor.BkgPalettePos);
+    appendPosRecord(out, RecordType::SpChrPos, editor.SpChrPos);
+    appendPosRecord(out, RecordType::SpZoomPos, editor.SpZoomPos);
+    appendPosRecord(out, RecordType::SpPalettePos, editor.SpPalettePos);
+    appendPosRecord(out, RecordType::ColorPos, editor.ColorPos);
     appendBytesRecord(out, RecordType::CharMapData, document.CharMapData);
-    appendFlagRecord(out, RecordType::BigCursor, state.BigCursor);
+    appendFlagRecord(out, RecordType::BigCursor, editor.BigCursor != 0);
     appendFlagRecord(out, RecordType::BigSprite, document.BigSprite != 0);
     // The map strip, the canvas and the font strip, in this order.
-    appendPosRecord(out, RecordType::MapCharPos, state.MapCharPos);
-    appendPosRecord(out, RecordType::NameTablePos, state.NameTablePos);
-    appendPosRecord(out, RecordType::FontCharPos, state.FontCharPos);
+    appendPosRecord(out, RecordType::MapCharPos, editor.MapCharPos);
+    appendPosRecord(out, RecordType::NameTablePos, editor.NameTablePos);
+    appendPosRecord(out, RecordType::FontCharPos, editor.FontCharPos);
     appendBytesRecord(out, RecordType::SelectedBkgTiles, document.SelectedBkgTiles);
     appendBytesRecord(out, RecordType::SelectedSpriteTiles, document.SelectedSpriteTiles);
 
@@ -110,8 +110,9 @@ bool IsWholeSnapshot(QByteArrayView snapshot)
            CheckRecords(containedRecords(snapshot), snapshotReads(), RecordTail::MustBeWhole, {}).ok();
 }
 
-DesignResult ApplySnapshot(DesignDocument& document, DesignerState& state, QByteArrayView snapshot)
+DesignResult ApplySnapshot(DesignEditor& editor, QByteArrayView snapshot)
 {
+    DesignDocument& document = editor.document();
     const bool container = isContainer(snapshot);
     if (container) {
         const DesignResult checked =
@@ -124,18 +125,18 @@ DesignResult ApplySnapshot(DesignDocument& document, DesignerState& state, QByte
     document.BkgTileList.clear();
     document.SpriteTileList.clear();
     document.ArrowTileList.clear();
-    state.BkgTileCounter = 0;
-    state.SpriteTileCounter = 0;
-    state.TextCounter = 0;
+    editor.BkgTileCounter = 0;
+    editor.SpriteTileCounter = 0;
+    editor.TextCounter = 0;
     if (!container)
         return {};
 
     for (const DesignRecord& record : WholeRecords(containedRecords(snapshot)))
-        ApplyDesignRecord(record, document, state, CaptionTarget::CanvasAndField);
+        ApplyDesignRecord(record, editor, CaptionTarget::CanvasAndField);
 
     if (document.ArrowTileList.empty())
-        BuildDefaultBigCursor(document, state);
-    RecomputeSelectedColor(document, state);
+        editor.buildDefaultBigCursor();
+    editor.recomputeSelectedColor();
     return {};
 }
 

@@ -1,34 +1,33 @@
 #include "designer/undo_history.h"
 
-#include "designer/designer_state.h"
-#include "designer/document.h"
+#include "designer/design_editor.h"
 #include "designer/snapshot.h"
 
 namespace zunbrix {
 
 namespace {
 
-DesignResult showSnapshot(DesignDocument& document, DesignerState& state, std::uint32_t index)
+DesignResult showSnapshot(DesignEditor& editor, std::uint32_t index)
 {
     // Copied first: applying changes the state that owns the history.
-    const QByteArray snapshot = state.history.HistoryList[index];
-    return ApplySnapshot(document, state, snapshot);
+    const QByteArray snapshot = editor.history.HistoryList[index];
+    return ApplySnapshot(editor, snapshot);
 }
 
 } // namespace
 
-void UndoBegin(const DesignDocument& document, DesignerState& state, bool record)
+void UndoBegin(DesignEditor& editor, bool record)
 {
     if (record)
-        state.history.PendingSnapshot = TakeSnapshot(document, state);
+        editor.history.PendingSnapshot = TakeSnapshot(editor);
 }
 
-void UndoCommit(const DesignDocument& document, DesignerState& state, bool record)
+void UndoCommit(DesignEditor& editor, bool record)
 {
-    UndoHistory& history = state.history;
+    UndoHistory& history = editor.history;
     if (!record || history.PendingSnapshot.isEmpty())
         return;
-    QByteArray now = TakeSnapshot(document, state);
+    QByteArray now = TakeSnapshot(editor);
     if (now == history.PendingSnapshot)
         return;
     auto& list = history.HistoryList;
@@ -44,16 +43,16 @@ void UndoCommit(const DesignDocument& document, DesignerState& state, bool recor
     list.push_back(std::move(now));
 }
 
-DesignResult Undo(DesignDocument& document, DesignerState& state)
+DesignResult Undo(DesignEditor& editor)
 {
-    UndoHistory& history = state.history;
+    UndoHistory& history = editor.history;
     const auto size = history.HistoryList.size();
     if (size == 0 || history.HistoryIndex >= size)
         return {};
     const std::uint32_t previous = history.HistoryIndex;
     if (history.HistoryIndex != 0)
         --history.HistoryIndex;
-    const DesignResult applied = showSnapshot(document, state, history.HistoryIndex);
+    const DesignResult applied = showSnapshot(editor, history.HistoryIndex);
     if (!applied.ok()) {
         history.HistoryIndex = previous;
         return applied;
@@ -64,14 +63,14 @@ DesignResult Undo(DesignDocument& document, DesignerState& state)
     return {};
 }
 
-DesignResult Redo(DesignDocument& document, DesignerState& state)
+DesignResult Redo(DesignEditor& editor)
 {
-    UndoHistory& history = state.history;
+    UndoHistory& history = editor.history;
     const auto size = history.HistoryList.size();
     if (size == 0 || history.HistoryIndex + 1 >= size)
         return {};
     ++history.HistoryIndex;
-    const DesignResult applied = showSnapshot(document, state, history.HistoryIndex);
+    const DesignResult applied = showSnapshot(editor, history.HistoryIndex);
     if (!applied.ok()) {
         --history.HistoryIndex;
         return applied;

@@ -9,8 +9,7 @@
 
 namespace zunbrix {
 
-class DesignDocument;
-struct DesignerState;
+class DesignEditor;
 
 // A linear history of whole snapshots. The last snapshot is always the present state once a step exists;
 // HistoryIndex is the snapshot the editor shows. The two flags are the enabled state of Undo and Redo.
@@ -23,14 +22,14 @@ struct UndoHistory {
 };
 
 // Brackets an edit. With `record` false both do nothing: the caller's own bracket holds.
-void UndoBegin(const DesignDocument& document, DesignerState& state, bool record);
+void UndoBegin(DesignEditor& editor, bool record);
 // Records a step when the state differs from the one taken at UndoBegin; an unchanged state adds none.
-void UndoCommit(const DesignDocument& document, DesignerState& state, bool record);
+void UndoCommit(DesignEditor& editor, bool record);
 
 // Step back or forward through the history. A snapshot that can't be applied is refused and the index
 // stays where it was.
-DesignResult Undo(DesignDocument& document, DesignerState& state);
-DesignResult Redo(DesignDocument& document, DesignerState& state);
+DesignResult Undo(DesignEditor& editor);
+DesignResult Redo(DesignEditor& editor);
 
 // Enables Undo and Redo as they stand after the history was restored at open.
 void RefreshUndoRedoEnabled(UndoHistory& history);
