@@ -227,8 +227,8 @@ bool OpenDesigner(DesignEditor& editor)
 bool CloseDesigner(DesignEditor& editor)
 {
     DesignDocument& document = editor.document();
-    writeFlag(design_settings::kBigCursor, editor.BigCursor != 0);
-    writeBytes(design_settings::kBigSprite, QByteArrayView(reinterpret_cast<const char*>(&document.BigSprite), 1));
+    StoreBigCursor(editor);
+    StoreBigSprite(document);
     writeBytes(design_settings::kCharMapData, document.CharMapData);
     for (const ShowFlag& show : kShowFlags)
         writeFlag(show.value, editor.*show.flag);
@@ -275,6 +275,16 @@ bool CloseDesigner(DesignEditor& editor)
         appendTextRecord(texts, text);
     writeBytes(design_settings::kCustomText, texts);
     return true;
+}
+
+void StoreBigCursor(const DesignEditor& editor)
+{
+    writeFlag(design_settings::kBigCursor, editor.BigCursor != 0);
+}
+
+void StoreBigSprite(const DesignDocument& document)
+{
+    writeBytes(design_settings::kBigSprite, QByteArrayView(reinterpret_cast<const char*>(&document.BigSprite), 1));
 }
 
 void LoadMainWindowDesignValues(DesignDocument& document)

@@ -21,6 +21,10 @@ bool OpenDesigner(DesignEditor& editor);
 // be created; the values after the history are then not written.
 bool CloseDesigner(DesignEditor& editor);
 
+// The two check boxes that store their value the moment they change.
+void StoreBigCursor(const DesignEditor& editor);
+void StoreBigSprite(const DesignDocument& document);
+
 // What the main window reads at its start: the attribute table, both palettes, and the three PPU addresses.
 // The addresses are asked for as numbers while the designer stores them as bytes, so the stored ones are
 // refused and the defaults stay until the designer closes in this process.

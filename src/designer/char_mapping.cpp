@@ -1,0 +1,145 @@
+#include "designer/char_mapping.h"
+
+#include "designer/design_editor.h"
+#include "designer/undo_history.h"
+
+#include <algorithm>
+#include <bitset>
+
+namespace zunbrix {
+
+namespace {
+
+constexpr int kBkgBank = 0;
+constexpr int kSpriteBank = 1;
+constexpr int kCanvasCellPx = 16;
+
+int selectedTile(const Position& pos)
+{
+    return std::max(pos.y * 16 + pos.x, 0);
+}
+
+std::span<const std::uint8_t, kTileBytes> factoryGlyph(const DesignDocument& document, int character)
+{
+    return std::span<const std::uint8_t, kTileBytes>(document.DefaultChr.data() + character * kTileBytes, kTileBytes);
+}
+
+int firstBlankTile(const DesignDocument& document, int from)
+{
+    for (int tile = from; tile < kTilesPerBank; ++tile) {
+        const auto bytes = document.tile(kBkgBank, tile);
+        if (std::all_of(bytes.begin(), bytes.end(), [](std::uint8_t b) { return b == 0; }))
+            return tile;
+    }
+    return -1;
+}
+
+// Gives each wanted character its glyph in the next blank background tile, in character order.
+template <typename Wanted>
+void mapIntoBlankTiles(DesignEditor& editor, Wanted wanted)
+{
+    DesignDocument& document = editor.document();
+    int start = selectedTile(editor.BkgChrPos);
+    for (int i = 0; i < kMappedCharacters && start < kTilesPerBank; ++i) {
+        const int tile = firstBlankTile(document, start);
+        if (tile < 0)
+            break;
+        const int character = i + kFirstMappedCharacter;
+        if (!wanted(character))
+            continue;
+        std::ranges::copy(factoryGlyph(document, character), document.tile(kBkgBank, tile).begin());
+        document.CharMapData[static_cast<std::size_t>(character)] = static_cast<std::uint8_t>(tile);
+        start = tile + 1;
+    }
+}
+
+void copyGlyphs(DesignEditor& editor, int bank, const Position& from)
+{
+    UndoBegin(editor, true);
+    DesignDocument& document = editor.document();
+    for (int i = 0, tile = selectedTile(from); i < kMappedCharacters && tile < kTilesPerBank; ++i, ++tile)
+        std::ranges::copy(factoryGlyph(document, i + kFirstMappedCharacter), document.tile(bank, tile).begin());
+    UndoCommit(editor, true);
+}
+
+void addCharacters(std::bitset<256>& used, const QString& text)
+{
+    for (QChar c : text) {
+        if (c.unicode() < 256)
+            used.set(c.unicode());
+    }
+}
+
+} // namespace
+
+void MapCharCell(DesignEditor& editor, int cell, std::uint8_t tile)
+{
+    if (cell >= 0 && cell < kMappedCharacters)
+        editor.document().CharMapData[static_cast<std::size_t>(cell + kFirstMappedCharacter)] = tile;
+}
+
+void AutoMapUsedCharacters(DesignEditor& editor)
+{
+    UndoBegin(editor, true);
+    DesignDocument& document = editor.document();
+    const SampleList& list = editor.sampleList;
+    std::bitset<256> used;
+    for (const QString& line : list.AllLines())
+        addCharacters(used, line);
+    addCharacters(used, document.CaptionText);
+    if (editor.ShowPageNumber) {
+        addCharacters(used, list.PageNumberText());
+        const auto pages = (list.AllLines().size() + list.ListPageSize() - 1) / list.ListPageSize();
+        for (qsizetype digit = 0; digit <= std::min<qsizetype>(pages, 9); ++digit)
+            used.set(static_cast<std::size_t>('0' + digit));
+    }
+    // Pairs of 8x16 sprites drawn from the background bank are kept out of the glyphs' way this way.
+    if (document.BigSprite != 0) {
+        for (const TileEntry& sprite : document.SpriteTileList) {
+            if ((sprite.tile & 1) == 0) {
+                used.set(sprite.tile);
+                used.set(sprite.tile + 1u);
+            }
+        }
+    }
+    document.CharMapData.fill(0);
+    mapIntoBlankTiles(editor, [&](int character) { return used.test(static_cast<std::size_t>(character)); });
+    UndoCommit(editor, true);
+}
+
+void AutoMapAllCharacters(DesignEditor& editor)
+{
+    UndoBegin(editor, true);
+    mapIntoBlankTiles(editor, [](int) { return true; });
+    UndoCommit(editor, true);
+}
+
+void CopyGlyphsToBkgTiles(DesignEditor& editor)
+{
+    copyGlyphs(editor, kBkgBank, editor.BkgChrPos);
+}
+
+void CopyGlyphsToSpriteTiles(DesignEditor& editor)
+{
+    copyGlyphs(editor, kSpriteBank, editor.SpChrPos);
+}
+
+LineRects BuildLineRects(const DesignEditor& editor)
+{
+    LineRects result;
+    const QStringList& lines = editor.sampleList.VisibleLines();
+    result.lineCount = static_cast<int>(lines.size());
+    for (int i = 0; i < result.lineCount && i < kMostLineRects; ++i) {
+        if (lines[i].isEmpty())
+            continue;
+        LineRect& rect = result.rects[static_cast<std::size_t>(i)];
+        rect.left = editor.ItemPos.x * kCanvasCellPx;
+        rect.top = (editor.ItemPos.y + i) * kCanvasCellPx;
+        rect.right = rect.left + static_cast<int>(lines[i].size()) * kCanvasCellPx;
+        rect.bottom = rect.top + kCanvasCellPx;
+        result.maxWidthPx = std::max(result.maxWidthPx, rect.right - rect.left);
+    }
+    return result;
+}
+
+} // namespace zunbrix
