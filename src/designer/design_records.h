@@ -64,8 +64,8 @@ void readBytesPayload(QByteArrayView payload, std::array<std::uint8_t, N>& bytes
                 std::min<qsizetype>(payload.size(), qsizetype(N)), bytes.begin());
 }
 
-// Where a caption record goes: always on the canvas, and for some readers into the caption field as well,
-// which is what is kept when the designer closes.
+// Caption records carry the caption field's text, which is what the designer keeps when it closes. Where a
+// caption record that is read goes: always on the canvas, and for some readers into the field as well.
 enum class CaptionTarget { CanvasOnly, CanvasAndField };
 
 // Puts one accepted record into the document: tiles and texts are appended with ids from the counters,

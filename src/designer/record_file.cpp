@@ -75,7 +75,7 @@ void appendMenu(QByteArray& out, const DesignEditor& editor)
     appendBytesRecord(out, RecordType::BkgPalette, document.BkgPalette);
     appendBytesRecord(out, RecordType::SpritePalette, document.SpritePalette);
     appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
-    appendCaptionRecord(out, document.CaptionText);
+    appendCaptionRecord(out, editor.CaptionEdit);
     appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
     appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
     appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
@@ -94,7 +94,7 @@ void appendNameTablePage(QByteArray& out, const DesignEditor& editor)
         appendTileRecord(out, RecordType::BkgTile, entry);
     appendBytesRecord(out, RecordType::Attributes, document.Attributes);
     appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
-    appendCaptionRecord(out, document.CaptionText);
+    appendCaptionRecord(out, editor.CaptionEdit);
     appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
     appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
     appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
@@ -105,7 +105,7 @@ void appendTextList(QByteArray& out, const DesignEditor& editor)
 {
     const DesignDocument& document = editor.document();
     appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
-    appendCaptionRecord(out, document.CaptionText);
+    appendCaptionRecord(out, editor.CaptionEdit);
     appendTexts(out, document);
 }
 

@@ -5,7 +5,7 @@
 
 #include <QtEndian>
 
-#include <algorithm>
+#include <optional>
 
 namespace zunbrix {
 
@@ -29,12 +29,22 @@ const RecordTypeSet& snapshotReads()
     return reads;
 }
 
-// The records inside the container, bounded by the container's size and by the buffer.
-QByteArrayView containedRecords(QByteArrayView snapshot)
+// The records inside the container; none when the container claims more than the buffer holds.
+std::optional<QByteArrayView> containedRecords(QByteArrayView snapshot)
 {
     const quint64 declared = qFromLittleEndian<std::uint32_t>(snapshot.data() + 12);
-    const quint64 available = static_cast<quint64>(snapshot.size() - kRecordHeaderBytes);
-    return snapshot.sliced(kRecordHeaderBytes, static_cast<qsizetype>(std::min(declared, available)));
+    if (declared > static_cast<quint64>(snapshot.size() - kRecordHeaderBytes))
+        return std::nullopt;
+    return snapshot.sliced(kRecordHeaderBytes, static_cast<qsizetype>(declared));
+}
+
+// A container whose records are all whole and fit their fields.
+DesignResult checkSnapshot(QByteArrayView snapshot)
+{
+    const auto records = containedRecords(snapshot);
+    if (!records)
+        return DesignResult::failure(DesignFault::RecordMalformed, {}, static_cast<std::uint32_t>(RecordType::Container));
+    return CheckRecords(*records, snapshotReads(), RecordTail::MustBeWhole, {});
 }
 
 bool isContainer(QByteArrayView snapshot)
@@ -60,7 +70,7 @@ QByteArray TakeSnapshot(const DesignEditor& editor)
     for (const TextEntry& text : document.CustomText)
         textBytes += 36 + text.text.size() * 2;
     out.reserve(kEmptySnapshotBytes + static_cast<qsizetype>(tiles) * kTileRecordBytes + textBytes +
-                document.CaptionText.size() * 2);
+                editor.CaptionEdit.size() * 2);
 
     AppendRecord(out, RecordType::Container, {}, kSnapshotReserved);
     for (const TileEntry& entry : document.BkgTileList)
@@ -71,7 +81,7 @@ QByteArray TakeSnapshot(const DesignEditor& editor)
     appendBytesRecord(out, RecordType::BkgPalette, document.BkgPalette);
     appendBytesRecord(out, RecordType::SpritePalette, document.SpritePalette);
     appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
-    appendCaptionRecord(out, document.CaptionText);
+    appendCaptionRecord(out, editor.CaptionEdit);
     appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
     appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
     appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
@@ -106,8 +116,7 @@ QByteArray TakeSnapshot(const DesignEditor& editor)
 
 bool IsWholeSnapshot(QByteArrayView snapshot)
 {
-    return isContainer(snapshot) &&
-           CheckRecords(containedRecords(snapshot), snapshotReads(), RecordTail::MustBeWhole, {}).ok();
+    return isContainer(snapshot) && checkSnapshot(snapshot).ok();
 }
 
 DesignResult ApplySnapshot(DesignEditor& editor, QByteArrayView snapshot)
@@ -115,8 +124,7 @@ DesignResult ApplySnapshot(DesignEditor& editor, QByteArrayView snapshot)
     DesignDocument& document = editor.document();
     const bool container = isContainer(snapshot);
     if (container) {
-        const DesignResult checked =
-            CheckRecords(containedRecords(snapshot), snapshotReads(), RecordTail::MustBeWhole, {});
+        const DesignResult checked = checkSnapshot(snapshot);
         if (!checked.ok())
             return checked;
     }
@@ -131,7 +139,7 @@ DesignResult ApplySnapshot(DesignEditor& editor, QByteArrayView snapshot)
     if (!container)
         return {};
 
-    for (const DesignRecord& record : WholeRecords(containedRecords(snapshot)))
+    for (const DesignRecord& record : WholeRecords(*containedRecords(snapshot)))
         ApplyDesignRecord(record, editor, CaptionTarget::CanvasAndField);
 
     if (document.ArrowTileList.empty())
