@@ -1,0 +1,43 @@
+// libFuzzer target: any bytes read as a snapshot, as a record file of each kind or as a stored history
+// must be taken or refused, never crash, hang or leak; a snapshot of what was taken applies back unchanged.
+#include "designer/design_editor.h"
+#include "designer/design_persistence.h"
+#include "designer/record_file.h"
+#include "designer/snapshot.h"
+
+#include <cstddef>
+#include <cstdint>
+
+using namespace zunbrix;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    if (size == 0)
+        return 0;
+    const QByteArrayView bytes(reinterpret_cast<const char*>(data) + 1, static_cast<qsizetype>(size - 1));
+    DesignDocument document;
+    DesignEditor editor(document);
+    editor.beginEditing();
+
+    switch (data[0] % 5) {
+    case 0: ApplySnapshot(editor, bytes); break;
+    case 1: ApplyRecordFile(RecordFileKind::Menu, editor, bytes); break;
+    case 2: ApplyRecordFile(RecordFileKind::NameTablePage, editor, bytes); break;
+    case 3: ApplyRecordFile(RecordFileKind::TextList, editor, bytes); break;
+    default:
+        for (const QByteArray& snapshot : ReadHistoryDataList(bytes))
+            ApplySnapshot(editor, snapshot);
+        break;
+    }
+
+    // As the designer keeps them: a big cursor of four sprites and the colour taken from the attributes.
+    if (document.ArrowTileList.empty())
+        editor.buildDefaultBigCursor();
+    editor.recomputeSelectedColor();
+    const QByteArray taken = TakeSnapshot(editor);
+    DesignDocument otherDocument;
+    DesignEditor other(otherDocument);
+    if (!ApplySnapshot(other, taken).ok() || TakeSnapshot(other) != taken)
+        __builtin_trap();
+    return 0;
+}
