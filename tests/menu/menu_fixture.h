@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include <array>
+#include <ostream>
 #include <cstdint>
 #include <vector>
 
@@ -79,3 +80,9 @@ private:
 bool writeGeneratedFiles(const MenuSetup& setup, const QString& buildFolder);
 
 } // namespace zunbrix::testing
+
+// Readable QStrings in test failures
+inline void PrintTo(const QString& text, std::ostream* out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
