@@ -389,6 +389,92 @@ gui.savescreenshotas(SHOTS .. "style1_page1.png")
     EXPECT_EQ(v["sprite"], QStringLiteral("2F1A0026"));
 }
 
+// Long names at four rows a frame would overrun the 192-byte command list; rows that do not fit wait for
+// the next frame, and a bank's uncut first name is shortened to what the list can carry.
+TEST_F(MenuInEmulator, LongNamesAtFullSpeedStayInsideTheCommandList)
+{
+    MenuSetup setup;
+    setup.pageSize = 20;
+    setup.turningSpeed = 4;
+    for (int i = 0; i < 300; ++i) {
+        setup.names << QStringLiteral("LONG LIST NAME NUMBER %1").arg(i, 4, 10, QLatin1Char('0'));
+    }
+    // 283 names of 26 characters fill the first name bank: game 282 opens the next one and keeps its length
+    setup.names[282] = QString(70, QLatin1Char('W'));
+    const int item = itemShowPos(setup);
+    const QString script = QStringLiteral(R"lua(
+startup()
+frame({up = true})
+local drawn = 0
+repeat frame() drawn = drawn + 1 until ram(0x5D) == 0 or drawn > 100
+idle()
+put("redraw", drawn)
+put("state", state())
+rows(ITEM, 32, 20, 26)
+put("spill", vram(ITEM - 6 + 3 * 32, 6) .. vram(ITEM - 6 + 4 * 32, 6) .. vram(ITEM - 6 + 5 * 32, 6))
+put("ctrl", ram(0x2C0))
+put("palette", string.format("%02X%02X", ram(0x2E0), ram(0x2E1)))
+press({down = true})
+put("wrapped", state())
+put("first", vram(ITEM, 26))
+)lua");
+    const auto result = run(setup, QStringLiteral("long_names"), script);
+    const auto& v = result.values;
+    EXPECT_EQ(v["state"], QStringLiteral("299,280"));
+    for (int row = 0; row < 20; ++row) {
+        EXPECT_EQ(v["row" + QString::number(row)], expectedRow(setup, 280 + row, item + row * 32, 26)) << row;
+    }
+    // The long name runs on over the next two lines, left of the names there, and stops after 64 characters
+    EXPECT_EQ(v["spill"], hex(QByteArray(12, 'W') + QByteArray(6, '\0')));
+    EXPECT_EQ(v["ctrl"], QString::number(0x88));
+    EXPECT_EQ(v["palette"], QStringLiteral("0F24"));
+    EXPECT_GT(v["redraw"].toInt(), 5); // rows of 60 bytes: three a frame
+    EXPECT_LE(v["redraw"].toInt(), 8);
+    EXPECT_EQ(v["wrapped"], QStringLiteral("0,0"));
+    EXPECT_EQ(v["first"], expectedRow(setup, 0, item, 26));
+}
+
+// The plain board code computes the registers on the console from offsets and sizes.
+TEST_F(MenuInEmulator, PlainBoardCodeComputesTheRegisters)
+{
+    struct Case {
+        int board;
+        int game;
+        const char* registers; // $80-$A5 when the code at SELECT_ADDR starts
+    };
+    // Game 13: PRG at 8 KB unit $E0 (16 KB unit $70), 128 KB, CHR 8 KB at unit $80D, NROM, vertical.
+    // Game 12: PRG at 8 KB unit $D0, CHR RAM, mapper 4, horizontal.
+    const Case cases[] = {
+        {0, 13, "E080001DC69800100001E000080D080101000000000000000000000000000000000000000000"},
+        {2, 12, "00000000000000000000D000080C08000004140004020406000000000002006878804000148B"},
+    };
+    for (const Case& c : cases) {
+        MenuSetup setup;
+        setup.board = c.board;
+        setup.finalData = false;
+        setup.names = numberedNames(30);
+        const QString script = QStringLiteral(R"lua(
+local zero = nil
+memory.registerexecute(0x0500, function()
+  if zero == nil then
+    local t = {}
+    for a = 0x80, 0xA5 do t[#t + 1] = string.format("%02X", memory.readbyte(a)) end
+    zero = table.concat(t)
+  end
+end)
+startup()
+for i = 1, GAME do press({down = true}) end
+frame({start = true})
+for i = 1, 10 do frame() end
+put("zero", zero)
+)lua");
+        const QString name = QStringLiteral("plain_board%1").arg(c.board);
+        EmulatorRun result = runInEmulator(build(setup, name), QStringLiteral("GAME = %1\n").arg(c.game) + script,
+                                           name, {});
+        EXPECT_EQ(result.values["zero"], QString::fromLatin1(c.registers)) << "board " << c.board;
+    }
+}
+
 // Start on game 13: the record is read into the game variables before the start-up code runs from RAM
 class MenuStart : public MenuInEmulator, public ::testing::WithParamInterface<std::pair<int, int>> {};
 
