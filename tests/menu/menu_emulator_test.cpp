@@ -475,6 +475,50 @@ put("zero", zero)
     }
 }
 
+// Sound set 1 plays its effects on the two square channels; set 0 stays silent
+class MenuSound : public MenuInEmulator, public ::testing::WithParamInterface<int> {};
+
+TEST_P(MenuSound, EffectsOfMoveAndStart)
+{
+    const int music = GetParam();
+    MenuSetup setup;
+    setup.music = music;
+    setup.names = numberedNames(30);
+    const QString script = QStringLiteral(R"lua(
+local function squares()
+  local s = sound.get().rp2a03
+  return string.format("%d:%.2f,%d:%.2f", s.square1.duty, s.square1.volume, s.square2.duty, s.square2.volume)
+end
+startup()
+frame({down = true})
+put("item", squares())
+idle()
+for i = 1, 30 do frame() end
+frame({right = true})
+put("page", squares())
+idle()
+for i = 1, 30 do frame() end
+frame({start = true})
+frame()
+put("enter", squares())
+)lua");
+    const auto result = run(setup, QStringLiteral("sound_music%1").arg(music), script);
+    const auto& v = result.values;
+    if (music == 0) {
+        for (const char* key : {"item", "page", "enter"}) {
+            EXPECT_TRUE(v[key].endsWith(QStringLiteral(":0.00"))) << key << " " << v[key].toStdString();
+            EXPECT_TRUE(v[key].contains(QStringLiteral(":0.00,"))) << key << " " << v[key].toStdString();
+        }
+        return;
+    }
+    EXPECT_TRUE(v["item"].startsWith(QStringLiteral("2:"))) << v["item"].toStdString(); // duty 50 %, decaying
+    EXPECT_FALSE(v["item"].startsWith(QStringLiteral("2:0.00")));
+    EXPECT_TRUE(v["page"].startsWith(QStringLiteral("0:1.00"))) << v["page"].toStdString(); // 12.5 %, full
+    EXPECT_EQ(v["enter"], QStringLiteral("0:0.00,0:1.00")); // only the second channel
+}
+
+INSTANTIATE_TEST_SUITE_P(MusicSet, MenuSound, ::testing::Values(0, 1));
+
 // Start on game 13: the record is read into the game variables before the start-up code runs from RAM
 class MenuStart : public MenuInEmulator, public ::testing::WithParamInterface<std::pair<int, int>> {};
 
