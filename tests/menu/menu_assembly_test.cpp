@@ -22,6 +22,8 @@ struct AssemblyCase {
     int games;
     bool finalData = true;
     int music = 0;
+    bool pageNumber = true;
+    bool bigSprite = false;
 };
 
 // Where the banks of the generated data land, by menu size: 8 KB bank numbers within the image.
@@ -38,7 +40,8 @@ std::string caseName(const AssemblyCase& c)
     return std::string(boards[c.board]) + "_Prg" + std::to_string(c.prgSize) + "_Style" + std::to_string(c.style) +
            "_Page" + std::to_string(c.pageSize) + (c.custom ? "_Custom" : "_BuiltIn") +
            (c.bigCursor ? "_BigCursor" : "_SmallCursor") + (c.nameInsertRow ? "_Spaced" : "_Dense") + "_Games" +
-           std::to_string(c.games) + (c.finalData ? "" : "_Plain") + "_Music" + std::to_string(c.music);
+           std::to_string(c.games) + (c.finalData ? "" : "_Plain") + "_Music" + std::to_string(c.music) +
+           (c.pageNumber ? "_PageNumber" : "") + (c.bigSprite ? "_TallSprites" : "");
 }
 
 // Each axis takes each of its values; the full product of board, size and list length (where bank counts and
@@ -60,8 +63,11 @@ std::vector<AssemblyCase> assemblyCases()
     for (auto [style, page] : looks) {
         for (int variant = 0; variant < 8; ++variant, ++turn) {
             const int games[] = {1, page, page + 1, 2048};
-            cases.push_back({turn % 3, sizes[(turn / 3) % 3], style, page, (variant & 1) != 0, (variant & 2) != 0,
-                             (variant & 4) != 0, games[turn % 4]});
+            AssemblyCase c{turn % 3, sizes[(turn / 3) % 3], style, page, (variant & 1) != 0, (variant & 2) != 0,
+                           (variant & 4) != 0, games[turn % 4]};
+            c.pageNumber = turn % 4 != 1;
+            c.bigSprite = turn % 5 == 2;
+            cases.push_back(c);
         }
     }
     // The plain board code, the sound effects, and the largest list on the smallest menu with each board.
@@ -102,6 +108,8 @@ TEST_P(MenuAssembly, AssemblesIntoTheMenuImage)
     setup.nameInsertRow = c.nameInsertRow;
     setup.finalData = c.finalData;
     setup.music = c.music;
+    setup.showPageNumber = c.pageNumber;
+    setup.bigSprite = c.bigSprite;
     setup.names = numberedNames(c.games);
     setup.nameTable = QByteArray(960, '\x2E');
     MenuWorkFolder work(setup);

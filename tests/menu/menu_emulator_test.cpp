@@ -261,6 +261,7 @@ TEST_P(MenuTiming, FirstPageRedrawAndRepeat)
     MenuSetup setup;
     setup.pageSize = 20;
     setup.turningSpeed = speed;
+    setup.showPageNumber = false;
     setup.names = numberedNames(100);
     const int item = itemShowPos(setup);
     const QString script = QStringLiteral(R"lua(
@@ -279,6 +280,7 @@ local drawn = 0
 repeat frame() drawn = drawn + 1 until ram(0x5D) == 0 or drawn > 100
 put("redraw", drawn)
 put("page", vram(ITEM + 19 * 32, 9))
+put("indicator", vram(INDICATOR, 3))
 idle()
 press({left = true})
 -- hold Down: the frames on which the selection moves
@@ -300,6 +302,7 @@ put("repeat", table.concat(moves, ","))
     EXPECT_LE(redraw, 20 / speed + 1);
     EXPECT_GE(redraw, 20 / speed);
     EXPECT_EQ(v["page"], expectedRow(setup, 39, item + 19 * 32, 9));
+    EXPECT_EQ(v["indicator"], QStringLiteral("000000")); // switched off
     EXPECT_EQ(v["repeat"], QStringLiteral("0,29,34,39,44"));
     std::cout << "speed " << speed << ": first page visible at frame " << visible << ", page drawn in " << redraw
               << " frames\n";
@@ -312,6 +315,7 @@ TEST_F(MenuInEmulator, CustomLookKeepsTheBackgroundUnderBlanks)
     MenuSetup setup;
     setup.custom = true;
     setup.bigCursor = true;
+    setup.bigSprite = true;
     setup.nameInsertRow = true;
     setup.pageSize = 5;
     setup.itemPpuAddr = 0x20A8;
@@ -331,6 +335,7 @@ rows(ITEM, 64, 5, 24)
 put("caption", vram(TITLE, 7))
 put("indicator", vram(INDICATOR, 3))
 put("sprites", sprites())
+put("ctrl", ram(0x2C0))
 gui.savescreenshotas(SHOTS .. "custom_page1.png")
 press({down = true})
 put("spritesRow1", sprites())
@@ -343,6 +348,7 @@ put("spritesRow1", sprites())
     }
     EXPECT_EQ(v["caption"], expectedText(setup, "MY MENU", setup.captionPpuAddr));
     EXPECT_EQ(v["indicator"], hex("1/3"));
+    EXPECT_EQ(v["ctrl"], QString::number(0xA8)); // 8x16 sprites
 
     // Every frame writes all 64 sprites: the two of the list, the arrow's two used entries, 60 hidden
     auto countSprites = [](const QString& page, const QString& wanted) {
