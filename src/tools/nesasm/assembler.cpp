@@ -18,7 +18,8 @@ constexpr int kMaxPasses = 10;
 std::vector<std::string_view> splitLines(std::string_view content)
 {
     std::vector<std::string_view> lines;
-    std::size_t start = 0;
+    // Editors on Windows like to put a byte order mark in front of UTF-8 text.
+    std::size_t start = content.substr(0, 3) == "\xEF\xBB\xBF" ? 3 : 0;
     while (start < content.size()) {
         std::size_t end = content.find('\n', start);
         const std::size_t next = end == std::string_view::npos ? content.size() : end + 1;

@@ -73,9 +73,10 @@ ScannedLine scanLine(std::string_view line)
                 ++i;
         }
         scanned.label = line.substr(0, i);
-        if (i < line.size() && line[i] == ':')
+        const bool colon = i < line.size() && line[i] == ':';
+        if (colon)
             ++i;
-        const bool cleanEnd = i == line.size() || isBlank(line[i]) || line[i] == ';' || line[i] == '=';
+        const bool cleanEnd = colon || i == line.size() || isBlank(line[i]) || line[i] == ';' || line[i] == '=';
         if (!isSymbolName(scanned.label) || !cleanEnd) {
             scanned.labelMalformed = true;
             while (i < line.size() && !isBlank(line[i]))

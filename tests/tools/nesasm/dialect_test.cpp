@@ -171,8 +171,10 @@ TEST(NesasmDialect, NumbersAndOperators)
 TEST(NesasmDialect, LineFormsAndTextEncodings)
 {
     AsmFolder folder;
+    folder.write("board.asm", "\xEF\xBB\xBF; a byte order mark in front of UTF-8 text\r\n  .ORG $8100\r\nBoard:.DB 7\r\n");
     // CR LF and LF mixed, GBK and UTF-8 bytes in comments, no line end after the last line.
-    const Bytes image = folder.banksOf("  .org $8000\r\n"
+    const Bytes image = folder.banksOf("  INCLUDE \"board.asm\"\n"
+                                       "  .org $8000\r\n"
                                        "Start:  lda #1 ; \xC6\xF4\xB6\xAF\r\n"
                                        "Loop  sta <$10,x  ; \xE5\x90\xAF\xE5\x8A\xA8\n"
                                        "  Ldx Start,y\n"
@@ -182,6 +184,7 @@ TEST(NesasmDialect, LineFormsAndTextEncodings)
                                        "  .word Start\n"
                                        "  .dw Loop");
     const Bytes expected = {0xA9, 0x01, 0x95, 0x10, 0xBE, 0x00, 0x80, 0x0A, 0x2A, 0x02, 0x00, 0x80, 0x02, 0x80, 0xFF};
+    EXPECT_EQ(image[0x100], 0x07);
     EXPECT_EQ(prefix(image, expected.size()), expected);
 }
 
