@@ -3,7 +3,7 @@
 #include "tools/nesasm/source_files.h"
 
 #include <cstdio>
-#include <memory>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -16,8 +16,10 @@ constexpr const char* kProgramName = "nesasm";
 
 bool writeFile(const std::string& path, const void* data, std::size_t size)
 {
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), &std::fclose);
-    return file && std::fwrite(data, 1, size, file.get()) == size && std::fflush(file.get()) == 0;
+    std::ofstream file(pathOfUtf8(path), std::ios::binary | std::ios::trunc);
+    file.write(static_cast<const char*>(data), static_cast<std::streamsize>(size));
+    file.close();
+    return !file.fail();
 }
 
 void printSegmentUsage(const std::vector<int>& usedBytesPerBank)

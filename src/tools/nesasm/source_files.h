@@ -1,10 +1,15 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace zunbrix::nesasm {
+
+// Paths travel through the assembler as UTF-8 text; these convert at the edge to the file system.
+std::filesystem::path pathOfUtf8(std::string_view text);
+std::string utf8TextOf(const std::filesystem::path& path);
 
 // Where the assembler's files come from. A location is the file's identity: one file reached by two
 // spellings has one location, which is what the repeated-include check compares.
