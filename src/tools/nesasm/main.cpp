@@ -52,7 +52,8 @@ int main(int argc, char** argv)
         std::printf("Can not open input file '%s'!\n", input.c_str());
         return -1;
     }
-    std::fputs(result.messages.c_str(), stdout);
+    // Written by size: a source line may hold a NUL byte, which must not cut the report short.
+    std::fwrite(result.messages.data(), 1, result.messages.size(), stdout);
     if (result.errorCount > 0) {
         std::printf("# %d error(s)\n", result.errorCount);
         return 1;
