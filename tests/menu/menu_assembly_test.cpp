@@ -1,5 +1,7 @@
 #include "menu_fixture.h"
 
+#include "support/private_settings.h"
+
 #include <gtest/gtest.h>
 
 #include <QFileInfo>
@@ -191,6 +193,33 @@ TEST(MenuAssemblyRefusal, MusicSetsThatAreNotShippedAndSizesWithoutBankTableFail
         MenuWorkFolder work(setup);
         ASSERT_TRUE(work.ready());
         EXPECT_NE(work.assemble().exitCode, 0) << "size " << size;
+    }
+}
+
+// The build's own generators and the designer's export of the factory design feed the same sources.
+TEST(MenuWithGenerators, AssemblesWithTheBuildsOwnFiles)
+{
+    for (int board : {0, 2}) {
+        for (bool custom : {false, true}) {
+            PrivateSettings settings;
+            MenuSetup setup;
+            setup.board = board;
+            setup.prgSize = 16;
+            setup.custom = custom;
+            setup.pageSize = 20;
+            setup.names = numberedNames(700);
+            MenuWorkFolder work(setup, GeneratedBy::Generators);
+            ASSERT_TRUE(work.ready());
+            const auto result = work.assemble();
+            ASSERT_EQ(result.exitCode, 0) << result.output.toStdString();
+            ASSERT_EQ(result.rom.size(), 16 + 16 * 16384);
+            const QByteArray names = bank(result.rom, 11);
+            EXPECT_EQ(names.mid(word(names, 2) - 0xA000, 10), QByteArray("\x09GAME 0000"));
+            const QByteArray data = bank(result.rom, 3);
+            const auto record = finalRecordBytes(board, 0);
+            EXPECT_EQ(data.mid(word(data, 2) - 0xA000, static_cast<int>(record.size())),
+                      QByteArray(reinterpret_cast<const char*>(record.data()), static_cast<int>(record.size())));
+        }
     }
 }
 

@@ -2,6 +2,9 @@
 // Lua scripts that press buttons and read back RAM, PPU memory and sprites.
 #include "menu_fixture.h"
 
+#include "designer/document.h"
+#include "support/private_settings.h"
+
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -524,6 +527,43 @@ put("enter", squares())
 }
 
 INSTANTIATE_TEST_SUITE_P(MusicSet, MenuSound, ::testing::Values(0, 1));
+
+// The factory design as the designer exports it, through the build's own generators
+TEST_F(MenuInEmulator, FactoryDesignThroughTheGenerators)
+{
+    PrivateSettings settings;
+    MenuSetup setup;
+    setup.custom = true;
+    setup.pageSize = 20;
+    setup.names = numberedNames(45);
+    MenuWorkFolder work(setup, GeneratedBy::Generators);
+    ASSERT_TRUE(work.ready());
+    const auto assembly = work.assemble();
+    ASSERT_EQ(assembly.exitCode, 0) << assembly.output.toStdString();
+    const QString rom = outputFolder() + QStringLiteral("/factory_design.nes");
+    QFile file(rom);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(assembly.rom);
+    file.close();
+
+    const QString script = QStringLiteral(R"lua(
+startup()
+for i = 1, 10 do frame() end
+put("first", vram(ITEM, 9))
+put("last", vram(ITEM + 19 * 32, 9))
+put("indicator", vram(INDICATOR, 3))
+gui.savescreenshotas(SHOTS .. "factory_design_page1.png")
+)lua");
+    const auto result = runInEmulator(rom, script, QStringLiteral("factory_design"),
+                                      {{QStringLiteral("ITEM"), static_cast<int>(kDefaultItemPpuAddr)},
+                                       {QStringLiteral("INDICATOR"), static_cast<int>(kDefaultPageNumberPpuAddr)}});
+    const auto& v = result.values;
+    // The letters and digits of the names; the blank between shows whatever the design has there
+    EXPECT_EQ(v["first"].left(8), hex("GAME"));
+    EXPECT_EQ(v["first"].mid(10), hex("0000"));
+    EXPECT_EQ(v["last"].mid(10), hex("0019"));
+    EXPECT_EQ(v["indicator"], hex("1/3"));
+}
 
 // Start on game 13: the record is read into the game variables before the start-up code runs from RAM
 class MenuStart : public MenuInEmulator, public ::testing::WithParamInterface<std::pair<int, int>> {};

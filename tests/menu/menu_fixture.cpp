@@ -1,5 +1,10 @@
 #include "menu_fixture.h"
 
+#include "build/game_config.h"
+#include "build/generators.h"
+#include "designer/codec.h"
+#include "designer/document.h"
+#include "designer/export.h"
 #include "menu/menu_source_tree.h"
 
 #include <QDir>
@@ -365,10 +370,68 @@ bool writeGeneratedFiles(const MenuSetup& setup, const QString& buildFolder)
     return writeFile(buildFolder + "/game_config.asm", config);
 }
 
-MenuWorkFolder::MenuWorkFolder(const MenuSetup& setup)
+bool writeFilesWithGenerators(const MenuSetup& setup, const QString& buildFolder)
 {
+    DesignDocument design;
+    if (!design.LoadDesign()) {
+        return false;
+    }
+    const auto board = static_cast<BoardType>(setup.board);
+    std::vector<GameFinalData> records;
+    std::vector<GameEntry> entries(setup.names.size());
+    for (int game = 0; game < setup.names.size(); ++game) {
+        const auto bytes = finalRecordBytes(setup.board, game);
+        GameFinalData record;
+        record.name = setup.names[game];
+        if (board == BoardType::Coolgirl) {
+            record.chrOffset8k = static_cast<std::uint16_t>(bytes[0] | bytes[1] << 8);
+            record.chrCount8k = bytes[2];
+            record.flags = bytes[3];
+            std::copy(bytes.begin() + 4, bytes.end(), record.prgReg.begin());
+        } else {
+            record.flags = bytes[0];
+            record.chrCount8k = bytes[1];
+            std::copy(bytes.begin() + 2, bytes.begin() + 6, record.chrReg.begin());
+            std::copy(bytes.begin() + 6, bytes.end(), record.prgReg.begin());
+        }
+        records.push_back(record);
+        entries[game].checked = true;
+    }
+    const int column = setup.custom ? static_cast<int>(design.ItemPpuAddr & 31) : 6;
+    const GeneratorResult names = generateNames(setup.names, buildFolder, column, true);
+    const GeneratorResult finals = generateFinalData(records, buildFolder, board, true);
+    if (!names.filesWritten || !finals.filesWritten || !exportMenuData(design, entries, buildFolder, setup.custom)) {
+        return false;
+    }
+    GameConfig config;
+    config.bigCursor = setup.bigCursor;
+    config.bigSprite = design.BigSprite != 0;
+    config.captionLength = static_cast<int>(design.CaptionText.size());
+    config.nameInsertRow = setup.nameInsertRow;
+    config.nameBanks = names.banks;
+    config.finalBanks = finals.banks;
+    config.boardType = setup.board;
+    config.menuPrgBanks = setup.prgSize;
+    config.menuMusic = setup.music;
+    config.pageTurningSpeed = setup.turningSpeed;
+    config.customEnable = setup.custom;
+    config.gamesTotal = static_cast<int>(setup.names.size());
+    config.showStyle = setup.style;
+    config.pageNumber = setup.showPageNumber;
+    config.pageSize = setup.pageSize;
+    config.spriteTileCount = static_cast<int>(design.SpriteTileList.size());
+    config.cursorArrowTile = design.ArrowTile.tile;
+    config.cursorArrowX = design.ArrowTile.x;
+    config.cursorArrowY = design.ArrowTile.y;
+    config.cursorArrowAttributes = SpriteAttributeByte(design.ArrowTile);
+    return writeGameConfig(buildFolder, config);
+}
+
+MenuWorkFolder::MenuWorkFolder(const MenuSetup& setup, GeneratedBy source)
+{
+    const QString build = folder_.path() + QLatin1Char('/') + QLatin1String(kMenuBuildFolder);
     ready_ = folder_.isValid() && ExtractMenuSources(folder_.path()) &&
-             writeGeneratedFiles(setup, folder_.path() + QLatin1Char('/') + QLatin1String(kMenuBuildFolder));
+             (source == GeneratedBy::Fixture ? writeGeneratedFiles(setup, build) : writeFilesWithGenerators(setup, build));
 }
 
 MenuWorkFolder::Assembly MenuWorkFolder::assemble() const

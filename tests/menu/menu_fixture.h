@@ -55,10 +55,14 @@ int titleShowPos(const MenuSetup& setup);
 int pageIndicatorPos(const MenuSetup& setup);
 int pageCount(const MenuSetup& setup);
 
+// Where the files in menu/build come from: this fixture, or the build's generators and the designer's export
+// of the factory design (BIG_CURSOR, the custom look's positions and the caption then come from the design).
+enum class GeneratedBy { Fixture, Generators };
+
 // A work folder with the menu's sources extracted and the setup's generated files in menu/build.
 class MenuWorkFolder {
 public:
-    explicit MenuWorkFolder(const MenuSetup& setup);
+    explicit MenuWorkFolder(const MenuSetup& setup, GeneratedBy source = GeneratedBy::Fixture);
 
     bool ready() const { return ready_; }
     QString path() const { return folder_.path(); }
@@ -78,6 +82,10 @@ private:
 
 // Writes the generated files of `setup` into `buildFolder`; false when a file cannot be written.
 bool writeGeneratedFiles(const MenuSetup& setup, const QString& buildFolder);
+
+// The same through generateNames, generateFinalData, exportMenuData and writeGameConfig, with every game
+// checked and the records of finalRecordBytes. Reads the settings store: callers redirect it.
+bool writeFilesWithGenerators(const MenuSetup& setup, const QString& buildFolder);
 
 } // namespace zunbrix::testing
 
