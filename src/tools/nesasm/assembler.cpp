@@ -316,6 +316,9 @@ void Assembler::includeSource(std::string_view name)
         return;
     }
     assembleFile(name, *text);
+    // The included lines have reported their own bank overflow; the INCLUDE line itself emitted nothing.
+    spilled_ = false;
+    overflowBytes_ = 0;
 }
 
 void Assembler::includeBinary(std::string_view name, std::optional<OperandValue> offset,
