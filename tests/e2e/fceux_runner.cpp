@@ -1,0 +1,127 @@
+#include "e2e/fceux_runner.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QStringList>
+
+#include <csignal>
+#include <unistd.h>
+
+namespace zunbrix::e2e {
+namespace {
+
+// Debian installs fceux under /usr/games, which a test's PATH often lacks.
+QString findTool(const QString& name)
+{
+    QString path = QStandardPaths::findExecutable(name);
+    if (path.isEmpty())
+        path = QStandardPaths::findExecutable(name, {QStringLiteral("/usr/games"), QStringLiteral("/usr/local/games")});
+    return path;
+}
+
+const char* const kPrelude = R"lua(
+local report = io.open(REPORT, "w")
+function put(key, value) report:write(key, "=", tostring(value), "\n") end
+function ram(address) return memory.readbyte(address) end
+function ram_hex(address, count)
+  local bytes = {}
+  for i = 0, count - 1 do bytes[#bytes + 1] = string.format("%02X", memory.readbyte(address + i)) end
+  return table.concat(bytes)
+end
+function vram(address) return ppu.readbyte(address) end
+function frames(count, pad)
+  for i = 1, count do
+    if pad then joypad.set(1, pad) end
+    emu.frameadvance()
+  end
+end
+function screenshot(path)
+  gui.savescreenshotas(path)
+  emu.frameadvance()
+end
+emu.speedmode("maximum")
+)lua";
+
+// A Lua string literal that needs no escaping, whatever the path holds.
+QByteArray luaLongString(const QString& text)
+{
+    return "[==[" + text.toUtf8() + "]==]";
+}
+
+void stopProcessGroup(QProcess& process)
+{
+    // xvfb-run starts Xvfb and fceux beside itself: end the whole group that the child leads.
+    const auto group = static_cast<pid_t>(process.processId());
+    if (group > 0) {
+        ::kill(-group, SIGTERM);
+        if (!process.waitForFinished(3000))
+            ::kill(-group, SIGKILL);
+    }
+    process.waitForFinished(3000);
+}
+
+QMap<QString, QString> readReport(const QString& path)
+{
+    QMap<QString, QString> values;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return values;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        const int sign = line.indexOf('=');
+        if (sign > 0)
+            values.insert(QString::fromUtf8(line.left(sign)), QString::fromUtf8(line.mid(sign + 1)));
+    }
+    return values;
+}
+
+} // namespace
+
+QString missingFceuxTools()
+{
+    QStringList missing;
+    for (const QString& tool : {QStringLiteral("fceux"), QStringLiteral("xvfb-run")}) {
+        if (findTool(tool).isEmpty())
+            missing << tool;
+    }
+    return missing.isEmpty() ? QString() : missing.join(QStringLiteral(", ")) + QStringLiteral(" not installed");
+}
+
+FceuxRun runFceux(const FceuxJob& job)
+{
+    FceuxRun run;
+    const QString scriptPath = job.folder + QStringLiteral("/script.lua");
+    const QString reportPath = job.folder + QStringLiteral("/report.txt");
+    QFile::remove(reportPath);
+    QFile script(scriptPath);
+    if (!script.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        run.log = QStringLiteral("cannot write ") + scriptPath;
+        return run;
+    }
+    script.write("REPORT = " + luaLongString(reportPath) + "\n");
+    script.write(kPrelude);
+    script.write(job.script.toUtf8());
+    script.write("\nreport:close()\nemu.exit()\n");
+    script.close();
+
+    QProcess emulator;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), job.folder);
+    emulator.setProcessEnvironment(environment);
+    emulator.setProcessChannelMode(QProcess::MergedChannels);
+    emulator.setChildProcessModifier([] { ::setsid(); });
+    emulator.start(findTool(QStringLiteral("xvfb-run")),
+                   {QStringLiteral("-a"), findTool(QStringLiteral("fceux")), QStringLiteral("--no-config"),
+                    QStringLiteral("1"), QStringLiteral("--sound"), QStringLiteral("0"), QStringLiteral("--loadlua"),
+                    scriptPath, job.romPath});
+    run.finished = emulator.waitForFinished(job.timeoutMs);
+    if (!run.finished)
+        stopProcessGroup(emulator);
+    run.log = QString::fromLocal8Bit(emulator.readAll());
+    if (!run.finished)
+        run.log += QStringLiteral("\n(stopped after %1 ms)").arg(job.timeoutMs);
+    run.values = readReport(reportPath);
+    return run;
+}
+
+} // namespace zunbrix::e2e
