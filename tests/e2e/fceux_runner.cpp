@@ -4,6 +4,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStringList>
+#include <QThread>
 
 #include <csignal>
 #include <unistd.h>
@@ -49,16 +50,33 @@ QByteArray luaLongString(const QString& text)
     return "[==[" + text.toUtf8() + "]==]";
 }
 
+bool groupAlive(pid_t group)
+{
+    return ::kill(-group, 0) == 0;
+}
+
+// Waits up to `ms` for every process of the group to be gone.
+bool awaitGroupEnd(pid_t group, int ms)
+{
+    constexpr int kPollMs = 50;
+    for (int waited = 0; groupAlive(group) && waited < ms; waited += kPollMs)
+        QThread::msleep(kPollMs);
+    return !groupAlive(group);
+}
+
 void stopProcessGroup(QProcess& process)
 {
-    // xvfb-run starts Xvfb and fceux beside itself: end the whole group that the child leads.
+    // xvfb-run starts Xvfb and fceux beside itself: end the whole group that the child leads, politely first.
     const auto group = static_cast<pid_t>(process.processId());
-    if (group > 0) {
-        ::kill(-group, SIGTERM);
-        if (!process.waitForFinished(3000))
-            ::kill(-group, SIGKILL);
-    }
+    if (group <= 0)
+        return;
+    ::kill(-group, SIGTERM);
     process.waitForFinished(3000);
+    if (!awaitGroupEnd(group, 3000)) {
+        ::kill(-group, SIGKILL);
+        process.waitForFinished(3000);
+        awaitGroupEnd(group, 3000);
+    }
 }
 
 QMap<QString, QString> readReport(const QString& path)
@@ -75,19 +93,8 @@ QMap<QString, QString> readReport(const QString& path)
     return values;
 }
 
-} // namespace
-
-QString missingFceuxTools()
-{
-    QStringList missing;
-    for (const QString& tool : {QStringLiteral("fceux"), QStringLiteral("xvfb-run")}) {
-        if (findTool(tool).isEmpty())
-            missing << tool;
-    }
-    return missing.isEmpty() ? QString() : missing.join(QStringLiteral(", ")) + QStringLiteral(" not installed");
-}
-
-FceuxRun runFceux(const FceuxJob& job)
+// One start of xvfb-run; see runFceux.
+FceuxRun runOnce(const FceuxJob& job)
 {
     FceuxRun run;
     const QString scriptPath = job.folder + QStringLiteral("/script.lua");
@@ -124,4 +131,30 @@ FceuxRun runFceux(const FceuxJob& job)
     return run;
 }
 
+} // namespace
+
+QString missingFceuxTools()
+{
+    QStringList missing;
+    for (const QString& tool : {QStringLiteral("fceux"), QStringLiteral("xvfb-run")}) {
+        if (findTool(tool).isEmpty())
+            missing << tool;
+    }
+    return missing.isEmpty() ? QString() : missing.join(QStringLiteral(", ")) + QStringLiteral(" not installed");
+}
+
+FceuxRun runFceux(const FceuxJob& job)
+{
+    // Two runs at once may pick the same display number, and then one Xvfb fails to start: try again.
+    constexpr int kStarts = 3;
+    FceuxRun run;
+    for (int start = 0; start < kStarts; ++start) {
+        run = runOnce(job);
+        if (!run.values.isEmpty() || !run.log.contains(QStringLiteral("Xvfb failed to start")))
+            break;
+    }
+    return run;
+}
+
 } // namespace zunbrix::e2e
+
