@@ -31,6 +31,11 @@ function ram_hex(address, count)
   return table.concat(bytes)
 end
 function vram(address) return ppu.readbyte(address) end
+function vram_hex(address, count)
+  local bytes = {}
+  for i = 0, count - 1 do bytes[#bytes + 1] = string.format("%02X", ppu.readbyte(address + i)) end
+  return table.concat(bytes)
+end
 function frames(count, pad)
   for i = 1, count do
     if pad then joypad.set(1, pad) end
@@ -38,8 +43,12 @@ function frames(count, pad)
   end
 end
 function screenshot(path)
+  -- at full speed FCEUX skips drawing frames, and a skipped frame saves no picture
+  emu.speedmode("normal")
   gui.savescreenshotas(path)
   emu.frameadvance()
+  emu.frameadvance()
+  emu.speedmode("maximum")
 end
 emu.speedmode("maximum")
 )lua";

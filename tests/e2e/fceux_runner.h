@@ -9,9 +9,9 @@ namespace zunbrix::e2e {
 // prelude that gives it:
 //   put(key, value)        report a value; the run's `values` hold what was put
 //   ram(address)           one byte of CPU memory; ram_hex(address, count): bytes as hex text
-//   vram(address)          one byte of PPU memory
+//   vram(address)          one byte of PPU memory; vram_hex(address, count) as for ram_hex
 //   frames(count, pad)     advance `count` frames holding the buttons of `pad` (a joypad.set table, or nil)
-//   screenshot(path)       save the picture that the next frame shows as a PNG
+//   screenshot(path)       save the picture as a PNG (it takes two frames)
 // The emulator runs at full speed; the run ends when the script returns.
 struct FceuxJob {
     QString romPath;

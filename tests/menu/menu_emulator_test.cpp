@@ -3,6 +3,7 @@
 #include "menu_fixture.h"
 
 #include "designer/document.h"
+#include "e2e/fceux_runner.h"
 #include "support/private_settings.h"
 
 #include <gtest/gtest.h>
@@ -10,8 +11,6 @@
 #include <QDir>
 #include <QFile>
 #include <QMap>
-#include <QProcess>
-#include <QStandardPaths>
 
 namespace zunbrix::testing {
 namespace {
@@ -20,15 +19,6 @@ namespace {
 constexpr int kPageCur = 0x53;
 constexpr int kSelCur = 0x57;
 
-QString findTool(const QString& name)
-{
-    QString path = QStandardPaths::findExecutable(name);
-    if (path.isEmpty()) {
-        path = QStandardPaths::findExecutable(name, {QStringLiteral("/usr/games"), QStringLiteral("/usr/local/games")});
-    }
-    return path;
-}
-
 QString outputFolder()
 {
     const QString folder = QDir::currentPath() + QStringLiteral("/emulator_output");
@@ -36,18 +26,11 @@ QString outputFolder()
     return folder;
 }
 
-// Helpers every script starts with. `frame` advances one frame with the given buttons held; `idle` waits
-// until no page is being redrawn and no delay runs, then two frames more so the last list is played.
+// Helpers every script starts with, beside the runner's own (put, ram, vram_hex, screenshot, ...). `frame`
+// advances one frame with the given buttons held; `idle` waits until no page is being redrawn and no delay
+// runs, then two frames more so the last list is played.
 const char* const kLuaPrelude = R"lua(
-local out = io.open(OUTPUT, "w")
-local function put(key, value) out:write(key, "=", tostring(value), "\n") end
-local function ram(a) return memory.readbyte(a) end
 local function word(a) return memory.readbyte(a) + 256 * memory.readbyte(a + 1) end
-local function vram(a, n)
-  local t = {}
-  for i = 0, n - 1 do t[#t + 1] = string.format("%02X", ppu.readbyte(a + i)) end
-  return table.concat(t)
-end
 local function frame(pad) joypad.set(1, pad or {}) emu.frameadvance() end
 local function idle()
   local n = 0
@@ -64,7 +47,7 @@ local function startup()
 end
 local function state() return word(0x57) .. "," .. word(0x53) end
 local function rows(base, step, count, width)
-  for r = 0, count - 1 do put("row" .. r, vram(base + r * step, width)) end
+  for r = 0, count - 1 do put("row" .. r, vram_hex(base + r * step, width)) end
 end
 local function sprites()
   local t = {}
@@ -73,59 +56,18 @@ local function sprites()
 end
 )lua";
 
-struct EmulatorRun {
-    QString log;
-    QMap<QString, QString> values;
-    bool finished = false;
-};
-
 using LuaGlobals = QMap<QString, int>;
 
-EmulatorRun runInEmulator(const QString& rom, const QString& script, const QString& name, const LuaGlobals& globals)
+// Runs the script on the ROM; screenshots (SHOTS) and the run's files stay in the output folder.
+e2e::FceuxRun runInEmulator(const QString& rom, const QString& script, const QString& name, const LuaGlobals& globals)
 {
-    EmulatorRun run;
-    const QString folder = outputFolder();
-    const QString scriptPath = folder + '/' + name + QStringLiteral(".lua");
-    const QString outputPath = folder + '/' + name + QStringLiteral(".txt");
-    QFile::remove(outputPath);
-    QFile file(scriptPath);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        run.log = QStringLiteral("cannot write ") + scriptPath;
-        return run;
-    }
-    file.write("OUTPUT = \"" + outputPath.toUtf8() + "\"\nSHOTS = \"" + folder.toUtf8() + "/\"\n");
-    for (auto it = globals.begin(); it != globals.end(); ++it) {
-        file.write(it.key().toUtf8() + " = " + QByteArray::number(it.value()) + "\n");
-    }
-    file.write(kLuaPrelude);
-    file.write(script.toUtf8());
-    file.write("\nout:close()\nemu.exit()\n");
-    file.close();
-
-    QProcess emulator;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("HOME"), folder + QStringLiteral("/home_") + name); // FCEUX keeps its settings there
-    emulator.setProcessEnvironment(environment);
-    emulator.setProcessChannelMode(QProcess::MergedChannels);
-    emulator.start(findTool(QStringLiteral("xvfb-run")),
-                   {QStringLiteral("-a"), findTool(QStringLiteral("fceux")), QStringLiteral("--sound"),
-                    QStringLiteral("0"), QStringLiteral("--loadlua"), scriptPath, rom});
-    run.finished = emulator.waitForFinished(120000);
-    if (!run.finished) {
-        emulator.kill();
-        emulator.waitForFinished();
-    }
-    run.log = QString::fromLocal8Bit(emulator.readAll());
-    QFile output(outputPath);
-    if (output.open(QIODevice::ReadOnly)) {
-        for (const QByteArray& line : output.readAll().split('\n')) {
-            const int sign = line.indexOf('=');
-            if (sign > 0) {
-                run.values.insert(QString::fromUtf8(line.left(sign)), QString::fromUtf8(line.mid(sign + 1)));
-            }
-        }
-    }
-    return run;
+    const QString folder = outputFolder() + QStringLiteral("/run_") + name;
+    QDir().mkpath(folder);
+    QString text = QStringLiteral("SHOTS = [==[%1/]==]\n").arg(outputFolder());
+    for (auto it = globals.begin(); it != globals.end(); ++it)
+        text += it.key() + QStringLiteral(" = ") + QString::number(it.value()) + '\n';
+    text += QString::fromUtf8(kLuaPrelude) + script;
+    return e2e::runFceux({rom, text, folder, 120000});
 }
 
 QString hex(const QByteArray& bytes)
@@ -161,8 +103,7 @@ class MenuInEmulator : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_FALSE(findTool(QStringLiteral("fceux")).isEmpty()) << "fceux is not installed";
-        ASSERT_FALSE(findTool(QStringLiteral("xvfb-run")).isEmpty()) << "xvfb-run is not installed";
+        ASSERT_TRUE(e2e::missingFceuxTools().isEmpty()) << e2e::missingFceuxTools().toStdString();
     }
 
     // Assembles the setup; the image stays in the test's output folder under `name`.
@@ -181,12 +122,12 @@ protected:
 
     // Runs the script on the setup's menu; ITEM, TITLE and INDICATOR hold the positions of the list, the
     // caption and the page indicator.
-    EmulatorRun run(const MenuSetup& setup, const QString& name, const QString& script)
+    e2e::FceuxRun run(const MenuSetup& setup, const QString& name, const QString& script)
     {
         const LuaGlobals globals = {{QStringLiteral("ITEM"), itemShowPos(setup)},
                                     {QStringLiteral("TITLE"), titleShowPos(setup)},
                                     {QStringLiteral("INDICATOR"), pageIndicatorPos(setup)}};
-        EmulatorRun result = runInEmulator(build(setup, name), script, name, globals);
+        e2e::FceuxRun result = runInEmulator(build(setup, name), script, name, globals);
         EXPECT_TRUE(result.finished) << result.log.toStdString();
         EXPECT_FALSE(result.values.isEmpty()) << result.log.toStdString();
         return result;
@@ -204,10 +145,10 @@ TEST_F(MenuInEmulator, BuiltInLookDrawsThePageAndMovesByTheRules)
 startup()
 for i = 1, 10 do frame() end
 rows(ITEM, 32, 10, 26)
-put("caption", vram(TITLE, 7))
-put("indicator", vram(INDICATOR, 3))
+put("caption", vram_hex(TITLE, 7))
+put("indicator", vram_hex(INDICATOR, 3))
 put("sprite", string.format("%02X%02X%02X%02X", ram(0x400), ram(0x401), ram(0x402), ram(0x403)))
-gui.savescreenshotas(SHOTS .. "style0_page1.png")
+screenshot(SHOTS .. "style0_page1.png")
 local moves = {
   {"up", {up = true}}, {"down", {down = true}},
   {"down9", {down = true}, 9}, {"down", {down = true}}, {"up", {up = true}},
@@ -221,8 +162,8 @@ for i, move in ipairs(moves) do
   for n = 1, (move[3] or 1) do press(move[2]) end
   put("move" .. i, move[1] .. ":" .. state())
   if i == 1 then
-    for r = 0, 9 do put("last" .. r, vram(ITEM + r * 32, 26)) end
-    put("lastIndicator", vram(INDICATOR, 3))
+    for r = 0, 9 do put("last" .. r, vram_hex(ITEM + r * 32, 26)) end
+    put("lastIndicator", vram_hex(INDICATOR, 3))
     put("lastSprite", ram(0x400))
   end
 end
@@ -282,8 +223,8 @@ frame({right = true})
 local drawn = 0
 repeat frame() drawn = drawn + 1 until ram(0x5D) == 0 or drawn > 100
 put("redraw", drawn)
-put("page", vram(ITEM + 19 * 32, 9))
-put("indicator", vram(INDICATOR, 3))
+put("page", vram_hex(ITEM + 19 * 32, 9))
+put("indicator", vram_hex(INDICATOR, 3))
 idle()
 press({left = true})
 -- hold Down: the frames on which the selection moves
@@ -335,11 +276,11 @@ TEST_F(MenuInEmulator, CustomLookKeepsTheBackgroundUnderBlanks)
 startup()
 for i = 1, 10 do frame() end
 rows(ITEM, 64, 5, 24)
-put("caption", vram(TITLE, 7))
-put("indicator", vram(INDICATOR, 3))
+put("caption", vram_hex(TITLE, 7))
+put("indicator", vram_hex(INDICATOR, 3))
 put("sprites", sprites())
 put("ctrl", ram(0x2C0))
-gui.savescreenshotas(SHOTS .. "custom_page1.png")
+screenshot(SHOTS .. "custom_page1.png")
 press({down = true})
 put("spritesRow1", sprites())
 )lua");
@@ -383,10 +324,10 @@ TEST_F(MenuInEmulator, StyleOneLook)
 startup()
 for i = 1, 10 do frame() end
 rows(ITEM, 32, 20, 26)
-put("caption", vram(TITLE, 24))
-put("indicator", vram(INDICATOR, 3))
+put("caption", vram_hex(TITLE, 24))
+put("indicator", vram_hex(INDICATOR, 3))
 put("sprite", string.format("%02X%02X%02X%02X", ram(0x400), ram(0x401), ram(0x402), ram(0x403)))
-gui.savescreenshotas(SHOTS .. "style1_page1.png")
+screenshot(SHOTS .. "style1_page1.png")
 )lua");
     const auto result = run(setup, QStringLiteral("style1_look"), script);
     const auto& v = result.values;
@@ -420,12 +361,12 @@ idle()
 put("redraw", drawn)
 put("state", state())
 rows(ITEM, 32, 20, 26)
-put("spill", vram(ITEM - 6 + 3 * 32, 6) .. vram(ITEM - 6 + 4 * 32, 6) .. vram(ITEM - 6 + 5 * 32, 6))
+put("spill", vram_hex(ITEM - 6 + 3 * 32, 6) .. vram_hex(ITEM - 6 + 4 * 32, 6) .. vram_hex(ITEM - 6 + 5 * 32, 6))
 put("ctrl", ram(0x2C0))
 put("palette", string.format("%02X%02X", ram(0x2E0), ram(0x2E1)))
 press({down = true})
 put("wrapped", state())
-put("first", vram(ITEM, 26))
+put("first", vram_hex(ITEM, 26))
 )lua");
     const auto result = run(setup, QStringLiteral("long_names"), script);
     const auto& v = result.values;
@@ -478,7 +419,7 @@ for i = 1, 10 do frame() end
 put("zero", zero)
 )lua");
         const QString name = QStringLiteral("plain_board%1").arg(c.board);
-        EmulatorRun result = runInEmulator(build(setup, name), QStringLiteral("GAME = %1\n").arg(c.game) + script,
+        e2e::FceuxRun result = runInEmulator(build(setup, name), QStringLiteral("GAME = %1\n").arg(c.game) + script,
                                            name, {});
         EXPECT_EQ(result.values["zero"], QString::fromLatin1(c.registers)) << "board " << c.board;
     }
@@ -549,10 +490,10 @@ TEST_F(MenuInEmulator, FactoryDesignThroughTheGenerators)
     const QString script = QStringLiteral(R"lua(
 startup()
 for i = 1, 10 do frame() end
-put("first", vram(ITEM, 9))
-put("last", vram(ITEM + 19 * 32, 9))
-put("indicator", vram(INDICATOR, 3))
-gui.savescreenshotas(SHOTS .. "factory_design_page1.png")
+put("first", vram_hex(ITEM, 9))
+put("last", vram_hex(ITEM + 19 * 32, 9))
+put("indicator", vram_hex(INDICATOR, 3))
+screenshot(SHOTS .. "factory_design_page1.png")
 )lua");
     const auto result = runInEmulator(rom, script, QStringLiteral("factory_design"),
                                       {{QStringLiteral("ITEM"), static_cast<int>(kDefaultItemPpuAddr)},
