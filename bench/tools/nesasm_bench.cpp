@@ -119,6 +119,8 @@ void AssembleMenuShapedSource(benchmark::State& state)
 {
     const QTemporaryDir folder;
     const std::filesystem::path main = writeMenuTree(folder.path().toStdString());
+    // The build runs the tool in the folder of the main source.
+    const std::filesystem::path previousFolder = std::filesystem::current_path();
     std::filesystem::current_path(main.parent_path());
     std::size_t bytes = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(main.parent_path()))
@@ -130,6 +132,7 @@ void AssembleMenuShapedSource(benchmark::State& state)
             state.SkipWithError(result.messages.c_str());
         benchmark::DoNotOptimize(result.output.data());
     }
+    std::filesystem::current_path(previousFolder);
     state.SetLabel(std::to_string(bytes / 1024) + " KB of source, " + std::to_string(kGames) + " names in " +
                    std::to_string(kNameBanks) + " banks");
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes));
