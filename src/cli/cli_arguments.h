@@ -1,0 +1,51 @@
+#pragma once
+
+#include "build/board_tables.h"
+#include "frame/string_table.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <variant>
+
+namespace zunbrix::cli {
+
+enum class Command { Build, Export, Check };
+
+// What the user asked for. Unset fields keep the value of the settings store for this run.
+struct CliRequest {
+    std::optional<Command> command; // none for the program's own --help
+    bool help = false;
+    QStringList inputs;
+    std::optional<BoardType> board;
+    QString output;
+    QString exportFolder;
+    std::optional<int> menuBanks; // 16 KB banks
+    std::optional<int> music;
+    std::optional<int> style;
+    std::optional<int> pageSize;
+    std::optional<int> pageSpeed;
+    bool pageNumber = false;
+    bool numbers = false;
+    bool numberDot = false;
+    bool numberFill = false;
+    bool nameInsertRow = false;
+    bool customMenu = false;
+    std::optional<QString> externalMenu;
+    std::optional<Language> language;
+    bool keepWork = false;
+};
+
+struct UsageError {
+    QString message;
+};
+
+// Reads the words after the program's name. The first must be a command (or --help).
+std::variant<CliRequest, UsageError> ParseArguments(const QStringList& words);
+
+// The program's help, or one command's, in the usual form.
+QString HelpText();
+QString HelpText(Command command);
+
+} // namespace zunbrix::cli

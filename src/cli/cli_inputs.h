@@ -1,0 +1,22 @@
+#pragma once
+
+#include "build/nes_image.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace zunbrix::cli {
+
+struct InputList {
+    std::vector<GameEntry> entries;
+    QStringList problems;     // inputs that could not be read, one line each
+    bool exceedsCapacity = false; // more entries than a list holds: the rest were dropped
+};
+
+// The games that the command line's inputs name, in their order: a .qvl list file gives its entries with
+// their check marks, a .nes file one checked entry, a folder its .nes files by name, all checked.
+InputList ReadInputs(const QStringList& inputs);
+
+} // namespace zunbrix::cli

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "build/build_driver.h"
+
+#include <QString>
+
+namespace zunbrix::cli {
+
+// The build's user on a console: messages go to standard error under their title, the output is the one
+// named on the command line, questions are answered no, and a progress line is kept on a terminal.
+class ConsoleUser : public BuildUser {
+public:
+    ConsoleUser(OutputChoice output, Language language);
+
+    MessageAnswer ShowMessage(const BuildMessage& message) override;
+    std::optional<OutputChoice> ChooseOutput(const QString& startFolder, OutputType startType) override;
+    void OfferToShowResult(const QString& outputPath) override;
+    void Progress(BuildStage stage, int done, int total) override;
+
+private:
+    void clearProgress();
+
+    OutputChoice output_;
+    Language language_;
+    bool terminal_;
+    bool progressShown_ = false;
+};
+
+// The output type that a path's extension names: .unf UNIF, .bin plain, anything else iNES.
+OutputType OutputTypeOf(const QString& path);
+
+// Writes text to standard error / standard output, with CR LF turned into plain line ends.
+void PrintError(const QString& text);
+void PrintOutput(const QString& text);
+
+} // namespace zunbrix::cli

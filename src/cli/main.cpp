@@ -1,0 +1,48 @@
+// zunbrix: builds multicarts, exports a build's data and checks games from the command line.
+
+#include "cli/cli_arguments.h"
+#include "cli/cli_commands.h"
+#include "cli/console_user.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+using namespace zunbrix::cli;
+
+namespace {
+
+// The engine's debug channel is for developers; users of the command line see it only when they ask.
+void quietDebugChannel(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    if (type != QtDebugMsg || qEnvironmentVariableIsSet("ZUNBRIX_DEBUG"))
+        PrintError(message);
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication app(argc, argv);
+    qInstallMessageHandler(quietDebugChannel);
+    QCoreApplication::setApplicationName(QStringLiteral("zunbrix"));
+    const auto parsed = ParseArguments(QCoreApplication::arguments().mid(1));
+    if (const UsageError* error = std::get_if<UsageError>(&parsed)) {
+        PrintError(QStringLiteral("zunbrix: ") + error->message + QStringLiteral("\n") +
+                   QStringLiteral("Run 'zunbrix --help' for the commands and their options."));
+        return kExitUsage;
+    }
+    const CliRequest& request = std::get<CliRequest>(parsed);
+    if (request.help) {
+        PrintOutput(request.command ? HelpText(*request.command) : HelpText());
+        return kExitSuccess;
+    }
+    switch (*request.command) {
+    case Command::Build:
+        return RunBuildCommand(request);
+    case Command::Export:
+        return RunExportCommand(request);
+    case Command::Check:
+        return RunCheckCommand(request);
+    }
+    return kExitUsage;
+}

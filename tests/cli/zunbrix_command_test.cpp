@@ -1,0 +1,157 @@
+#include "build/synthetic_rom.h"
+#include "gamelist/list_file.h"
+#include "support/private_settings.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace zunbrix;
+using zunbrix::testing::SyntheticRom;
+using zunbrix::testing::writeRom;
+
+namespace {
+
+struct CommandRun {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+// Runs the real program in `folder`, with private settings and a private work area.
+class ZunbrixCommand : public ::testing::Test {
+protected:
+    ZunbrixCommand()
+    {
+        QDir(root.path()).mkpath(QStringLiteral("roms"));
+        QDir(root.path()).mkpath(QStringLiteral("data"));
+    }
+
+    CommandRun zunbrix(const QStringList& arguments)
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), root.filePath("data"));
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(root.path());
+        process.start(QStringLiteral(ZUNBRIX_PROGRAM), arguments);
+        CommandRun run;
+        if (!process.waitForFinished(120000))
+            return run;
+        run.exitCode = process.exitCode();
+        run.out = QString::fromUtf8(process.readAllStandardOutput());
+        run.err = QString::fromUtf8(process.readAllStandardError());
+        return run;
+    }
+
+    QString rom(const QString& name, SyntheticRom content) { return writeRom(root.filePath("roms/" + name), content); }
+    void addGames()
+    {
+        rom("b-bravo.nes", {.mapper = 4, .prgBanks = 8, .chrBanks = 8, .seed = 2});
+        rom("a-alpha.nes", {.mapper = 0, .prgBanks = 2, .chrBanks = 1, .flags6 = 1, .seed = 1});
+        rom("c-rider.NES", {.mapper = 1, .prgBanks = 8, .chrBanks = 0, .seed = 3});
+        QFile(root.filePath("roms/notes.txt")).open(QIODevice::WriteOnly);
+    }
+    bool workLeft() const { return !QDir(root.filePath("data/Temp/Zunbrix")).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot); }
+
+    zunbrix::testing::PrivateSettings settings;
+    QTemporaryDir root;
+};
+
+TEST_F(ZunbrixCommand, UsageErrorsExitWithTwoAndHelpWithZero)
+{
+    CommandRun run = zunbrix({});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("missing command")));
+    run = zunbrix({"build", "--board", "snes", "x.nes"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_TRUE(run.out.isEmpty());
+    run = zunbrix({"export", "--help"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.out.startsWith(QStringLiteral("Usage: zunbrix export")));
+}
+
+TEST_F(ZunbrixCommand, CheckListsEveryGameWithTheListsColumns)
+{
+    addGames();
+    std::vector<GameEntry> list{GameEntry(root.filePath("roms/a-alpha.nes"))};
+    list[0].name = QStringLiteral("Alpha from list");
+    ASSERT_TRUE(SaveListFile(root.filePath("list.qvl"), list));
+
+    CommandRun run = zunbrix({"check", "roms", "list.qvl"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QStringList lines = run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 6) << run.out.toStdString();
+    EXPECT_TRUE(lines[0].contains(QStringLiteral("Number")) && lines[0].contains(QStringLiteral("COOLGIRL")));
+    EXPECT_EQ(lines[1].simplified(), QStringLiteral("1 a-alpha 2 (032KB) 1 (008KB) 0 V No No YES YES"));
+    EXPECT_EQ(lines[2].simplified(), QStringLiteral("2 b-bravo 8 (128KB) 8 (064KB) 4 H No No YES YES"));
+    EXPECT_EQ(lines[3].simplified(), QStringLiteral("3 c-rider 8 (128KB) 0 (000KB) 1 H No No NO YES"));
+    EXPECT_TRUE(lines[4].contains(QStringLiteral("Alpha from list")));
+    EXPECT_EQ(lines[5], QStringLiteral("Selected: 3 item(s) All: 4 item(s); COOLBOY 3/4, COOLGIRL 4/4, not valid 0"));
+
+    run = zunbrix({"check", "--language", "zh", "roms/a-alpha.nes", "missing.nes"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("missing.nes")));
+    EXPECT_TRUE(run.out.contains(QStringLiteral("序号")));
+}
+
+TEST_F(ZunbrixCommand, BuildWritesTheRomOrSaysWhyNot)
+{
+    addGames();
+    CommandRun run = zunbrix({"build", "-b", "coolgirl", "--music", "0", "-o", "out/cart", "roms"});
+    EXPECT_EQ(run.exitCode, 1) << "the folder does not exist";
+    EXPECT_TRUE(run.err.contains(QStringLiteral("The operation failed")));
+
+    QDir(root.path()).mkpath(QStringLiteral("out"));
+    run = zunbrix({"build", "-b", "coolgirl", "--music", "0", "-o", "out/cart", "roms"});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QString output = root.filePath("out/cart.nes");
+    EXPECT_TRUE(run.out.startsWith(output + QStringLiteral(": 3 games, ")));
+    EXPECT_TRUE(run.out.contains(QStringLiteral("COOLGIRL (mapper 342.0), flash ")));
+    EXPECT_TRUE(QFileInfo(output).size() > 128 * 1024);
+    EXPECT_FALSE(workLeft());
+
+    run = zunbrix({"build", "--music", "0", "--language", "zh", "-o", "out/boy.nes", "roms"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("3.c-rider Mapper1 不支持!"))) << run.err.toStdString();
+    EXPECT_FALSE(QFileInfo::exists(root.filePath("out/boy.nes")));
+    EXPECT_FALSE(workLeft());
+}
+
+TEST_F(ZunbrixCommand, KeepWorkLeavesTheMenuSourcesAndSaysWhere)
+{
+    rom("a.nes", {.mapper = 0, .prgBanks = 1});
+    const CommandRun run = zunbrix({"build", "--keep-work", "--music", "0", "-o", "kept.bin", "roms/a.nes"});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QString kept = run.out.section(QStringLiteral("work folder kept: "), 1).section(QLatin1Char('\n'), 0, 0);
+    EXPECT_TRUE(kept.startsWith(root.filePath("data/Temp/Zunbrix/")));
+    EXPECT_TRUE(QFileInfo::exists(kept + QStringLiteral("/menu/build/game_config.asm")));
+    EXPECT_TRUE(run.out.contains(root.filePath("kept.bin") + QStringLiteral(": 1 games")));
+}
+
+TEST_F(ZunbrixCommand, ExportWritesTheMenuDataWithoutBuilding)
+{
+    addGames();
+    QFile::remove(root.filePath("roms/c-rider.NES"));
+    CommandRun run = zunbrix({"export", "--numbers", "--menu-size", "256", "--dir", "exported", "roms"});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    QFile names(root.filePath("exported/game_list.txt"));
+    ASSERT_TRUE(names.open(QIODevice::ReadOnly));
+    EXPECT_EQ(names.readAll(), QByteArray("a-alpha\r\nb-bravo\r\n"));
+    QFile config(root.filePath("exported/game_config.asm"));
+    ASSERT_TRUE(config.open(QIODevice::ReadOnly));
+    const QByteArray equates = config.readAll();
+    EXPECT_TRUE(equates.contains("MENU_PRG_SIZE = 16")) << equates.toStdString();
+    EXPECT_TRUE(equates.contains("GAMES_TOTAL   =  2"));
+    EXPECT_FALSE(workLeft());
+
+    rom("z-rider.nes", {.mapper = 1, .prgBanks = 8});
+    run = zunbrix({"export", "--dir", "again", "roms"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("Mapper1 not supported")));
+}
+
+} // namespace
