@@ -21,8 +21,21 @@ check: build
 bench: build
 	@for b in $(BUILD_DIR)/bench/*; do [ -x "$$b" ] || continue; "$$b" || exit 1; done
 
+# The sample games on each board, listed in demo/*.qvl. A fresh settings folder keeps the user's own settings
+# out of the demo.
 demo: build
-	@echo "make demo: the demo multicart comes with the build driver; for now this builds the tools only."
+	@settings=$$(mktemp -d) && trap 'rm -rf "$$settings"' EXIT && \
+	for board in coolboy mindkids coolgirl; do \
+	  list=demo/coolboy.qvl; [ $$board = coolgirl ] && list=demo/coolgirl.qvl; \
+	  ZUNBRIX_CONFIG_DIR="$$settings" $(BUILD_DIR)/bin/zunbrix build -b $$board -o demo/zunbrix-demo-$$board.nes $$list \
+	    || exit 1; \
+	done
+	@echo
+	@echo "Open a demo multicart in an emulator that knows these boards (mappers 268 and 342), for example:"
+	@echo "  fceux demo/zunbrix-demo-coolboy.nes"
+	@echo "  fceux demo/zunbrix-demo-mindkids.nes"
+	@echo "  fceux demo/zunbrix-demo-coolgirl.nes"
+	@echo "Up and Down choose a game, Left and Right turn the page, Start runs it; each game shows PASS or FAIL."
 
 clean:
 	rm -rf $(BUILD_DIR)
