@@ -61,19 +61,6 @@ protected:
     QTemporaryDir root;
 };
 
-TEST_F(ZunbrixCommand, UsageErrorsExitWithTwoAndHelpWithZero)
-{
-    CommandRun run = zunbrix({});
-    EXPECT_EQ(run.exitCode, 2);
-    EXPECT_TRUE(run.err.contains(QStringLiteral("missing command")));
-    run = zunbrix({"build", "--board", "snes", "x.nes"});
-    EXPECT_EQ(run.exitCode, 2);
-    EXPECT_TRUE(run.out.isEmpty());
-    run = zunbrix({"export", "--help"});
-    EXPECT_EQ(run.exitCode, 0);
-    EXPECT_TRUE(run.out.startsWith(QStringLiteral("Usage: zunbrix export")));
-}
-
 TEST_F(ZunbrixCommand, CheckListsEveryGameWithTheListsColumns)
 {
     addGames();
@@ -101,35 +88,30 @@ TEST_F(ZunbrixCommand, CheckListsEveryGameWithTheListsColumns)
 TEST_F(ZunbrixCommand, BuildWritesTheRomOrSaysWhyNot)
 {
     addGames();
-    CommandRun run = zunbrix({"build", "-b", "coolgirl", "--music", "0", "-o", "out/cart", "roms"});
+    CommandRun run = zunbrix({"build", "--board", "snes", "roms"});
+    EXPECT_EQ(run.exitCode, 2) << "usage error";
+    EXPECT_TRUE(run.err.contains(QStringLiteral("invalid value 'snes'")));
+
+    run = zunbrix({"build", "-b", "coolgirl", "--music", "0", "-o", "out/cart", "roms"});
     EXPECT_EQ(run.exitCode, 1) << "the folder does not exist";
     EXPECT_TRUE(run.err.contains(QStringLiteral("The operation failed")));
 
     QDir(root.path()).mkpath(QStringLiteral("out"));
-    run = zunbrix({"build", "-b", "coolgirl", "--music", "0", "-o", "out/cart", "roms"});
+    run = zunbrix({"build", "-b", "coolgirl", "--music", "0", "--keep-work", "-o", "out/cart", "roms"});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     const QString output = root.filePath("out/cart.nes");
-    EXPECT_TRUE(run.out.startsWith(output + QStringLiteral(": 3 games, ")));
+    EXPECT_TRUE(run.out.contains(output + QStringLiteral(": 3 games, ")));
     EXPECT_TRUE(run.out.contains(QStringLiteral("COOLGIRL (mapper 342.0), flash ")));
     EXPECT_TRUE(QFileInfo(output).size() > 128 * 1024);
-    EXPECT_FALSE(workLeft());
+    const QString kept = run.out.section(QStringLiteral("work folder kept: "), 1).section(QLatin1Char('\n'), 0, 0);
+    EXPECT_TRUE(QFileInfo::exists(kept + QStringLiteral("/menu/build/game_config.asm"))) << kept.toStdString();
+    QDir(kept).removeRecursively();
 
     run = zunbrix({"build", "--music", "0", "--language", "zh", "-o", "out/boy.nes", "roms"});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains(QStringLiteral("3.c-rider Mapper1 不支持!"))) << run.err.toStdString();
     EXPECT_FALSE(QFileInfo::exists(root.filePath("out/boy.nes")));
     EXPECT_FALSE(workLeft());
-}
-
-TEST_F(ZunbrixCommand, KeepWorkLeavesTheMenuSourcesAndSaysWhere)
-{
-    rom("a.nes", {.mapper = 0, .prgBanks = 1});
-    const CommandRun run = zunbrix({"build", "--keep-work", "--music", "0", "-o", "kept.bin", "roms/a.nes"});
-    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-    const QString kept = run.out.section(QStringLiteral("work folder kept: "), 1).section(QLatin1Char('\n'), 0, 0);
-    EXPECT_TRUE(kept.startsWith(root.filePath("data/Temp/Zunbrix/")));
-    EXPECT_TRUE(QFileInfo::exists(kept + QStringLiteral("/menu/build/game_config.asm")));
-    EXPECT_TRUE(run.out.contains(root.filePath("kept.bin") + QStringLiteral(": 1 games")));
 }
 
 TEST_F(ZunbrixCommand, ExportWritesTheMenuDataWithoutBuilding)

@@ -15,22 +15,6 @@ void store(const char* name, quint32 value, const char* key = "Software\\Zunbrix
 
 } // namespace
 
-TEST(MainSettings, FreshStoreGivesTheWindowsDefaults)
-{
-    zunbrix::testing::PrivateSettings settings;
-    const BuildOptions options = ReadBuildOptions();
-    EXPECT_EQ(options.boardType, BoardType::Coolboy);
-    EXPECT_EQ(options.menuSize, 8);
-    EXPECT_EQ(options.menuMusic, 1);
-    EXPECT_EQ(options.pageTurningSpeed, 1);
-    EXPECT_EQ(options.pageSize, 10);
-    EXPECT_EQ(options.showStyle, 0);
-    EXPECT_FALSE(options.showNumberOrder || options.pageNumber || options.customEnable || options.externMenuEnable);
-    const ExportSettings exportSettings = ReadExportSettings();
-    EXPECT_EQ(exportSettings.romType, 0);
-    EXPECT_EQ(exportSettings.menuBanks, 8);
-}
-
 TEST(MainSettings, StoredValuesAreReadAndUnofferedOnesFallBack)
 {
     zunbrix::testing::PrivateSettings settings;
