@@ -3,15 +3,9 @@
 #include "frame/paths.h"
 #include "frame/process_runner.h"
 
-#include <QElapsedTimer>
-
 namespace zunbrix {
 
 namespace {
-
-// One read returns at the first output, at the tool's end or after one poll, whichever comes first, so the
-// runner notices the end at once.
-constexpr int kReadSliceMs = 1;
 
 QString quoted(const QString& path)
 {
@@ -27,20 +21,11 @@ AssemblerRun runAssembler(const QString& assemblerPath, const QString& sourcePat
     run.started = runner.StartCaptured(assemblerPath, quoted(sourcePath), FolderOf(sourcePath));
     if (!run.started)
         return run;
-    QElapsedTimer clock;
-    clock.start();
-    QString piece;
-    // The first output may arrive long before the tool has written its image, so reading stops only at the
-    // tool's end (or the limit), never at the first piece.
-    while (runner.IsRunning() && clock.elapsed() < limitMs) {
-        runner.ReadOutput(piece, kReadSliceMs, true);
-        run.output += piece;
-    }
-    run.finished = !runner.IsRunning();
-    runner.ReadOutput(piece, 0, false); // what the pipe still holds
-    run.output += piece;
+    // The first output may come long before the tool has written its image: only its end counts.
+    run.finished = runner.WaitForEnd(limitMs);
+    runner.ReadOutput(run.output, 0, false);
     run.exitCode = run.finished ? runner.ExitCode() : -1;
-    runner.Close();
+    runner.Close(); // kills a tool that is still running
     return run;
 }
 

@@ -90,6 +90,11 @@ bool ProcessRunner::ReadOutput(QString& text, int timeoutMs, bool stopAtFirstOut
     return false;
 }
 
+bool ProcessRunner::WaitForEnd(int timeoutMs)
+{
+    return process_ && (process_->state() == QProcess::NotRunning || process_->waitForFinished(timeoutMs));
+}
+
 bool ProcessRunner::IsRunning()
 {
     // Without an event loop the child's end is noticed only when asked; a wait of 0 asks.

@@ -38,6 +38,10 @@ public:
     // The result is always false; the text is what counts.
     bool ReadOutput(QString& text, int timeoutMs, bool stopAtFirstOutput);
 
+    // Waits up to timeoutMs (-1: for ever) for the child to end; what it prints meanwhile is kept for
+    // ReadOutput, so a talkative child cannot block on a full pipe. True once the child has ended.
+    bool WaitForEnd(int timeoutMs);
+
     bool IsRunning();
     // kStillActive while the child runs, its exit code once it ended, -1 with no child.
     int ExitCode();

@@ -128,6 +128,23 @@ TEST(ProcessRunner, ReadsOutputLargerThanOnePipeRead)
     EXPECT_EQ(text[bytes - 1], QChar('a' + (bytes - 1) % 26));
 }
 
+TEST(ProcessRunner, WaitForEndKeepsAllOutputAndGivesUpAtItsLimit)
+{
+    ProcessRunner runner;
+    EXPECT_FALSE(runner.WaitForEnd(0));
+    const int bytes = 1500000; // far more than a pipe holds: the child would block if nobody read
+    ASSERT_TRUE(runner.StartCaptured(kTool, QStringLiteral("big %1").arg(bytes), ""));
+    EXPECT_TRUE(runner.WaitForEnd(30000));
+    EXPECT_FALSE(runner.IsRunning());
+    QString text;
+    runner.ReadOutput(text, 0, false);
+    EXPECT_EQ(text.size(), bytes);
+
+    ASSERT_TRUE(runner.StartCaptured(kTool, "hang", ""));
+    EXPECT_FALSE(runner.WaitForEnd(200));
+    EXPECT_TRUE(runner.IsRunning());
+}
+
 TEST(ProcessRunner, AZeroByteCutsThePieceShortAndOtherBytesBecomeText)
 {
     ProcessRunner runner;
