@@ -18,6 +18,8 @@
 
 #include <algorithm>
 #include <exception>
+#include <stdexcept>
+#include <thread>
 
 namespace zunbrix {
 
@@ -32,6 +34,9 @@ constexpr int kTextInvalidExternalMenu = 279;
 constexpr int kTextAssemblerNotStarted = 901;
 constexpr int kTextAssemblerStopped = 902;
 constexpr int kTextMusicUnavailable = 903;
+
+// More threads than this only queue at the disk.
+constexpr unsigned kMaxReadThreads = 4;
 
 const QString kSettingsKey = QStringLiteral("Software\\Zunbrix");
 const QString kLastBuildDir = QStringLiteral("LastBuildDir");
@@ -158,13 +163,41 @@ void Build::readGames()
         if (entry.checked)
             checked_.push_back(&entry);
     names_ = displayNames(checked_, options_);
-    games_.reserve(checked_.size());
     const int total = static_cast<int>(checked_.size());
-    for (int i = 0; i < total; ++i) {
-        user_.Progress(BuildStage::ReadingGames, i, total);
-        games_.emplace_back(checked_[static_cast<std::size_t>(i)]->path);
-        games_.back().listIndex = static_cast<std::uint32_t>(i);
-    }
+    games_.resize(checked_.size());
+
+    // Reading and checksumming every file is the long part of a large build; each image is its own, so the
+    // files are shared out to every core. Only this thread talks to the user.
+    std::atomic<int> next{0};
+    std::atomic<int> done{0};
+    std::atomic<bool> failed{false};
+    const auto loadNext = [&]() -> bool {
+        const int i = next++;
+        if (i >= total)
+            return false;
+        try {
+            NesImage& image = games_[static_cast<std::size_t>(i)];
+            image.load(checked_[static_cast<std::size_t>(i)]->path);
+            image.listIndex = static_cast<std::uint32_t>(i);
+        } catch (...) {
+            failed = true;
+            next = total;
+        }
+        ++done;
+        return true;
+    };
+    const unsigned cores = std::max(1u, std::thread::hardware_concurrency());
+    std::vector<std::jthread> threads;
+    for (unsigned i = 1; i < std::min(cores, kMaxReadThreads) && total > 1; ++i)
+        threads.emplace_back([&loadNext] {
+            while (loadNext()) {
+            }
+        });
+    while (loadNext())
+        user_.Progress(BuildStage::ReadingGames, done, total);
+    threads.clear(); // joins
+    if (failed)
+        throw std::runtime_error("a game could not be read");
     user_.Progress(BuildStage::ReadingGames, total, total);
 }
 
