@@ -30,7 +30,9 @@ constexpr int kTextNoFiles = 149;
 constexpr int kTextOperationFailed = 150;
 constexpr int kTextBusy = 194;
 constexpr int kTextTooManyGames = 197;
+constexpr int kTextMenuError = 277;
 constexpr int kTextInvalidExternalMenu = 279;
+constexpr int kTextOverflow = 280;
 constexpr int kTextAssemblerNotStarted = 901;
 constexpr int kTextAssemblerStopped = 902;
 constexpr int kTextMusicUnavailable = 903;
@@ -118,16 +120,19 @@ public:
 
 private:
     QString text(int id) const { return StringTable::Get(id, request_.language); }
-    void tell(int textId, const QString& shown, int titleId, MessageStyle style = MessageStyle::Ok)
+    void tell(int textId, const QString& shown, int titleId)
     {
-        user_.ShowMessage({textId, shown, titleId, style});
+        user_.ShowMessage({textId, shown, titleId, MessageStyle::Ok});
     }
     void tellError(int textId, std::initializer_list<TextArg> args)
     {
         tell(textId, FormatText(text(textId), args), kTitleError);
     }
 
-    QString workPath(const char* relative) const { return request_.workFolder + QLatin1Char('/') + QLatin1String(relative); }
+    QString workPath(const char* relative) const
+    {
+        return request_.workFolder + QLatin1Char('/') + QLatin1String(relative);
+    }
     QString buildFolder() const { return workPath(kMenuBuildFolder); }
     bool externalMenu() const { return options_.externMenuEnable; }
     bool externalIs(const char* extension) const
@@ -212,10 +217,9 @@ bool Build::assemble(const QString& source)
         return false;
     }
     if (!run.finished) {
-        tell(kTextAssemblerStopped,
-             FormatText(text(kTextAssemblerStopped), {(request_.assemblerLimitMs + 999) / 1000}) + QStringLiteral("\r\n") +
-                 run.output,
-             kTitleError);
+        const int limitSeconds = (request_.assemblerLimitMs + 999) / 1000;
+        const QString stopped = FormatText(text(kTextAssemblerStopped), {limitSeconds});
+        tell(kTextAssemblerStopped, stopped + QStringLiteral("\r\n") + run.output, kTitleError);
         return false;
     }
     if (run.exitCode != 0) {
@@ -330,7 +334,7 @@ BuildResult Build::run()
     if (!checkOverflow(menu_.prgLayoutBanks, static_cast<std::uint32_t>(counted.names),
                        static_cast<std::uint32_t>(counted.data), static_cast<std::uint32_t>(counted.finalData),
                        request_.language, overflow)) {
-        tell(280, overflow, kTitleError);
+        tell(kTextOverflow, overflow, kTitleError);
         return result;
     }
 
@@ -386,7 +390,7 @@ BuildResult Build::run()
         return result;
     QString problem;
     if (!checkMenu(menu_, request_.language, problem)) {
-        tell(277, problem, kTitleError);
+        tell(kTextMenuError, problem, kTitleError);
         return result;
     }
     const LayoutResult layout = layoutRom(menu_, games_, board_);

@@ -71,7 +71,11 @@ int RunCheckCommand(const CliRequest& request)
 
     const int total = static_cast<int>(inputs.entries.size());
     PrintOutput(FormatText(StringTable::Get(kTextSelectedAll, language), {checked, total}) +
-                QStringLiteral("; COOLBOY %1/%2, COOLGIRL %3/%2, not valid %4").arg(coolboy).arg(total).arg(coolgirl).arg(invalid));
+                QStringLiteral("; COOLBOY %1/%2, COOLGIRL %3/%2, not valid %4")
+                    .arg(coolboy)
+                    .arg(total)
+                    .arg(coolgirl)
+                    .arg(invalid));
     return inputs.problems.isEmpty() ? kExitSuccess : kExitFailure;
 }
 

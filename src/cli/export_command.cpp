@@ -36,10 +36,12 @@ int RunExportCommand(const CliRequest& request)
     }
     DesignDocument design;
     const ExportInformationResult result =
-        exportInformation({inputs.entries, options, design, language}, settings.romType, settings.menuBanks, folder, {});
+        exportInformation({inputs.entries, options, design, language}, settings.romType, settings.menuBanks, folder,
+                          {});
     if (!result.ok) {
         constexpr int kTextOperationFailed = 150;
-        const QString why = result.message.isEmpty() ? StringTable::Get(kTextOperationFailed, language) : result.message;
+        const QString why =
+            result.message.isEmpty() ? StringTable::Get(kTextOperationFailed, language) : result.message;
         PrintError(StringTable::Get(kTitleError, language) + QStringLiteral(": ") + why.trimmed());
         return kExitFailure;
     }

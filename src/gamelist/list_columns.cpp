@@ -11,9 +11,10 @@ QString yesNo(bool value, int yesId, int noId, Language language)
     return StringTable::Get(value ? yesId : noId, language);
 }
 
-QString banks(std::uint32_t count, int kbPerBank)
+QString sizeText(std::uint32_t count, int kbPerBank)
 {
-    return FormatText(QStringLiteral("%2d (%0.3dKB)"), {static_cast<long long>(count), static_cast<long long>(count) * kbPerBank});
+    const auto banks = static_cast<long long>(count);
+    return FormatText(QStringLiteral("%2d (%0.3dKB)"), {banks, banks * kbPerBank});
 }
 
 } // namespace
@@ -26,9 +27,9 @@ QString ListCellText(const GameEntry& entry, int row, int column, Language langu
     case 1:
         return entry.name;
     case 2:
-        return banks(entry.prgBanks(), 16);
+        return sizeText(entry.prgBanks(), 16);
     case 3:
-        return banks(entry.chrBanks(), 8);
+        return sizeText(entry.chrBanks(), 8);
     case 4:
         return QString::number(entry.mapper());
     case 5:

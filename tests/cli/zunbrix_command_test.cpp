@@ -55,7 +55,10 @@ protected:
         rom("c-rider.NES", {.mapper = 1, .prgBanks = 8, .chrBanks = 0, .seed = 3});
         QFile(root.filePath("roms/notes.txt")).open(QIODevice::WriteOnly);
     }
-    bool workLeft() const { return !QDir(root.filePath("data/Temp/Zunbrix")).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot); }
+    bool workLeft() const
+    {
+        return !QDir(root.filePath("data/Temp/Zunbrix")).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot);
+    }
 
     zunbrix::testing::PrivateSettings settings;
     QTemporaryDir root;

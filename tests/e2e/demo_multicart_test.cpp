@@ -168,13 +168,14 @@ TEST_P(DemoMulticart, MenuListsEveryGameAndEachStartsAndPasses)
     for (std::size_t i = 0; i < games.size(); ++i) {
         const samples::SampleGame& sample = *games[i].sample;
         const QString shot = screenshotPath(QStringLiteral("demo-%1-%2").arg(QLatin1String(demo.board)).arg(i + 1));
-        const FceuxRun run = runFceux({rom, startGameScript(static_cast<int>(i)) + sampleVerdictScript(kVerdictFrames, shot),
-                                       folder.path(), kTimeoutMs});
+        const QString script = startGameScript(static_cast<int>(i)) + sampleVerdictScript(kVerdictFrames, shot);
+        const FceuxRun run = runFceux({rom, script, folder.path(), kTimeoutMs});
         ASSERT_TRUE(run.finished) << run.log.toStdString();
         ASSERT_EQ(run.values.value(QStringLiteral("selected")).toInt(), static_cast<int>(i));
         const SampleVerdict verdict = sampleVerdict(run);
-        EXPECT_EQ(verdict.gameId(), sample.id) << games[i].name.toStdString() << ": " << verdict.describe().toStdString();
-        EXPECT_TRUE(verdict.passed()) << games[i].name.toStdString() << ": " << verdict.describe().toStdString();
+        const std::string what = games[i].name.toStdString() + ": " + verdict.describe().toStdString();
+        EXPECT_EQ(verdict.gameId(), sample.id) << what;
+        EXPECT_TRUE(verdict.passed()) << what;
         EXPECT_EQ(verdict.resultOnScreen, QStringLiteral("PASS")) << games[i].name.toStdString();
     }
 }
@@ -227,8 +228,8 @@ TEST(LongList, LastOfAThousandNromGamesStartsOnCoolboy)
         folder.path());
     ASSERT_TRUE(failure.isEmpty()) << failure.toStdString();
 
-    const FceuxRun run = runFceux({rom, startGameScript(kGames - 1) + QStringLiteral("put(\"started\", ram_hex(0x0600, 3))\n"),
-                                   folder.path(), kTimeoutMs});
+    const QString script = startGameScript(kGames - 1) + QStringLiteral("put(\"started\", ram_hex(0x0600, 3))\n");
+    const FceuxRun run = runFceux({rom, script, folder.path(), kTimeoutMs});
     ASSERT_TRUE(run.finished) << run.log.toStdString();
     EXPECT_EQ(run.values.value(QStringLiteral("selected")).toInt(), kGames - 1);
     EXPECT_EQ(run.values.value(QStringLiteral("started")), QStringLiteral("E7034F")) << "game 999 ran its first lines";

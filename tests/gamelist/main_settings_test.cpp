@@ -23,7 +23,8 @@ TEST(MainSettings, StoredValuesAreReadAndUnofferedOnesFallBack)
     store("ShowNumberOrder", 1);
     store("ShowNumberFill", 1);
     store("ExternMenuEnable", 1);
-    RegistryStore::SetString(QStringLiteral("Software\\Zunbrix"), QStringLiteral("ExternMenuPath"), QStringLiteral("/m/menu.asm"));
+    RegistryStore::SetString(QStringLiteral("Software\\Zunbrix"), QStringLiteral("ExternMenuPath"),
+                             QStringLiteral("/m/menu.asm"));
     store("PageSize", 7);
     store("Music", 9);
     store("PageTurningSpeed", 9);
