@@ -18,7 +18,7 @@ struct StoredValue {
     QByteArray bytes;
 };
 
-// An INI file of typed entries at `path`; written atomically.
+// An INI file of typed entries at `path`, large bytes in files of their own beside it; written atomically.
 namespace file {
 bool write(const QString& path, const QString& key, const QString& name, const StoredValue& value);
 std::optional<StoredValue> read(const QString& path, const QString& key, const QString& name);

@@ -1,27 +1,82 @@
 #include "frame/registry_backends.h"
 
+#include <QCryptographicHash>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QSettings>
 #include <QtEndian>
+
+#include <algorithm>
 
 // Each value is one INI entry under the key's path, its text tagged with its type so that a number, a text and
 // bytes stay apart: "dword:42", "sz:some text", "binary:<base64>". QSettings writes the file through a temporary
 // file and a rename, so a crash mid-write leaves the previous file intact.
+//
+// Bytes of kSideFileBytes and more (the designer's undo history runs to megabytes) live in a file of their own
+// in the folder "<ini name>.values" beside the INI file, and the entry names it: "binary-file:<file name>".
+// Kept inline they would make every later write of a small value rewrite and reparse the whole INI file. The
+// side file is written atomically before the entry points at it, and removed only after the entry has gone, so
+// a crash at any point leaves a readable value, at worst beside an unused file.
 
 namespace zunbrix::registry::file {
 
 namespace {
 
+constexpr qsizetype kSideFileBytes = 64 * 1024;
+
 const QString kDword = QStringLiteral("dword:");
 const QString kString = QStringLiteral("sz:");
 const QString kBinary = QStringLiteral("binary:");
+const QString kBinaryFile = QStringLiteral("binary-file:");
 
 QString entryName(const QString& key, const QString& name)
 {
     QString group = key;
     group.replace(QLatin1Char('\\'), QLatin1Char('/'));
     return name.isEmpty() ? group : group + QLatin1Char('/') + name;
+}
+
+QString sideFolder(const QString& path)
+{
+    const QFileInfo ini(path);
+    return ini.dir().filePath(ini.completeBaseName() + QStringLiteral(".values"));
+}
+
+// Key and value names may hold any character; the file name keeps the value name's letters and digits for a
+// reader's sake and a hash of the full entry for uniqueness, so it is always one plain file in the side folder.
+QString sideFileName(const QString& entry)
+{
+    QString readable;
+    for (const QChar c : entry.mid(entry.lastIndexOf(QLatin1Char('/')) + 1)) {
+        if (readable.size() < 32 && c.isLetterOrNumber() && c.unicode() < 0x80)
+            readable += c;
+    }
+    const QByteArray hash = QCryptographicHash::hash(entry.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
+    return readable + QLatin1Char('-') + QString::fromLatin1(hash) + QStringLiteral(".bin");
+}
+
+// The side file an entry names, or "" when it names none or a name this store would not have made (an edited
+// INI file must not lead the store to read or remove files elsewhere).
+QString sideFileOf(const QString& path, const QString& entry)
+{
+    if (!entry.startsWith(kBinaryFile))
+        return {};
+    const QString name = entry.mid(kBinaryFile.size());
+    const bool plain = !name.isEmpty() && !name.startsWith(QLatin1Char('.')) &&
+                       std::all_of(name.cbegin(), name.cend(), [](QChar c) {
+                           return c.unicode() < 0x80 && (c.isLetterOrNumber() || c == u'-' || c == u'.');
+                       });
+    return plain ? QDir(sideFolder(path)).filePath(name) : QString();
+}
+
+bool writeSideFile(const QString& file, const QByteArray& bytes)
+{
+    if (!QDir().mkpath(QFileInfo(file).absolutePath()))
+        return false;
+    QSaveFile out(file);
+    return out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size() && out.commit();
 }
 
 QString encode(const StoredValue& value)
@@ -41,7 +96,7 @@ QString encode(const StoredValue& value)
     return {};
 }
 
-std::optional<StoredValue> decode(const QString& entry)
+std::optional<StoredValue> decode(const QString& path, const QString& entry)
 {
     if (entry.startsWith(kDword)) {
         bool ok = false;
@@ -65,7 +120,10 @@ std::optional<StoredValue> decode(const QString& entry)
             return std::nullopt;
         return StoredValue{ValueType::Binary, *decoded};
     }
-    return std::nullopt;
+    QFile side(sideFileOf(path, entry));
+    if (side.fileName().isEmpty() || !side.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return StoredValue{ValueType::Binary, side.readAll()};
 }
 
 bool saved(QSettings& settings)
@@ -74,15 +132,37 @@ bool saved(QSettings& settings)
     return settings.status() == QSettings::NoError;
 }
 
+// After the entry has changed: the side file it named before, unless it names that file still.
+void removeOldSideFile(const QString& path, const QString& before, const QString& now)
+{
+    const QString old = sideFileOf(path, before);
+    if (!old.isEmpty() && old != sideFileOf(path, now))
+        QFile::remove(old);
+}
+
 } // namespace
 
 bool write(const QString& path, const QString& key, const QString& name, const StoredValue& value)
 {
     if (!QDir().mkpath(QFileInfo(path).absolutePath()))
         return false;
+    const QString entry = entryName(key, name);
+    QString text;
+    if (value.type == ValueType::Binary && value.bytes.size() >= kSideFileBytes) {
+        const QString file = sideFileName(entry);
+        if (!writeSideFile(QDir(sideFolder(path)).filePath(file), value.bytes))
+            return false;
+        text = kBinaryFile + file;
+    } else {
+        text = encode(value);
+    }
     QSettings settings(path, QSettings::IniFormat);
-    settings.setValue(entryName(key, name), encode(value));
-    return saved(settings);
+    const QString before = settings.value(entry).toString();
+    settings.setValue(entry, text);
+    if (!saved(settings))
+        return false;
+    removeOldSideFile(path, before, text);
+    return true;
 }
 
 std::optional<StoredValue> read(const QString& path, const QString& key, const QString& name)
@@ -91,7 +171,7 @@ std::optional<StoredValue> read(const QString& path, const QString& key, const Q
     const QVariant entry = settings.value(entryName(key, name));
     if (entry.typeId() != QMetaType::QString)
         return std::nullopt;
-    return decode(entry.toString());
+    return decode(path, entry.toString());
 }
 
 // An INI file has no empty sections, so a key exists as soon as it holds a value; creating one only makes sure
@@ -110,8 +190,12 @@ bool deleteValue(const QString& path, const QString& key, const QString& name)
     const QString entry = entryName(key, name);
     if (!settings.contains(entry))
         return false;
+    const QString before = settings.value(entry).toString();
     settings.remove(entry);
-    return saved(settings);
+    if (!saved(settings))
+        return false;
+    removeOldSideFile(path, before, QString());
+    return true;
 }
 
 } // namespace zunbrix::registry::file

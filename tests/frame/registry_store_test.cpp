@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
 #include <QSettings>
 
@@ -102,6 +103,70 @@ TEST_F(RegistryStoreTest, ValuesOfSeveralMegabytesRoundTrip)
     quint32 size = 0;
     EXPECT_TRUE(RegistryStore::GetSize(kMain, "Long", size));
     EXPECT_EQ(size, (1024u * 1024u + 1u) * 2u);
+    EXPECT_TRUE(RegistryStore::GetSize("Software\\Zunbrix\\History", "Data", size));
+    EXPECT_EQ(size, static_cast<quint32>(big.size()));
+}
+
+// Large bytes are kept out of the INI file, so that writing a small value stays cheap; whatever replaces or
+// deletes them must take their file along.
+TEST_F(RegistryStoreTest, LargeBytesLiveBesideTheIniFileAndLeaveWithTheirValue)
+{
+    const QDir side(settings_.folder() + "/Zunbrix.values");
+    const auto sideFiles = [&] { return side.entryList(QDir::Files | QDir::Hidden); };
+    const QByteArray first = randomBytes(2 * 1024 * 1024);
+    const QByteArray second = first.right(64 * 1024);
+    ASSERT_TRUE(RegistryStore::SetBinary(kMenu, "HistoryDataList", first));
+    ASSERT_TRUE(RegistryStore::SetBinary(kMenu, "HistoryDataList", second));
+    ASSERT_TRUE(RegistryStore::SetDword(kMenu, "HistoryDataIndex", 3));
+    EXPECT_LT(QFileInfo(RegistryStore::FilePath()).size(), 1024);
+    EXPECT_EQ(sideFiles().size(), 1);
+    QByteArray data;
+    EXPECT_TRUE(RegistryStore::GetBinary(kMenu, "HistoryDataList", data));
+    EXPECT_EQ(data, second);
+
+    // Replaced by small bytes, by another type, or deleted: no file stays behind.
+    ASSERT_TRUE(RegistryStore::SetBinary(kMenu, "HistoryDataList", "small"));
+    EXPECT_TRUE(sideFiles().isEmpty());
+    EXPECT_TRUE(RegistryStore::GetBinary(kMenu, "HistoryDataList", data));
+    EXPECT_EQ(data, "small");
+    ASSERT_TRUE(RegistryStore::SetBinary(kMenu, "HistoryDataList", first));
+    ASSERT_TRUE(RegistryStore::SetDword(kMenu, "HistoryDataList", 9));
+    EXPECT_TRUE(sideFiles().isEmpty());
+    EXPECT_FALSE(RegistryStore::GetBinary(kMenu, "HistoryDataList", data));
+    ASSERT_TRUE(RegistryStore::SetBinary(kMenu, "HistoryDataList", first));
+    EXPECT_TRUE(RegistryStore::DeleteValue(kMenu, "HistoryDataList"));
+    EXPECT_TRUE(sideFiles().isEmpty());
+
+    // Names that look like paths or differ only in case each get their own plain file inside the folder.
+    const QStringList names{"../../escape", "a/b\\c", QString::fromUtf8("名前"), "Case", "case"};
+    for (int i = 0; i < names.size(); ++i)
+        ASSERT_TRUE(RegistryStore::SetBinary(kMain + "\\..", names[i], first.mid(i, 100000)));
+    EXPECT_EQ(sideFiles().size(), names.size());
+    EXPECT_EQ(QDir(settings_.folder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
+              (QStringList{"Zunbrix.ini", "Zunbrix.values"}));
+    for (int i = 0; i < names.size(); ++i) {
+        EXPECT_TRUE(RegistryStore::GetBinary(kMain + "\\..", names[i], data));
+        EXPECT_EQ(data, first.mid(i, 100000)) << names[i].toStdString();
+    }
+}
+
+TEST_F(RegistryStoreTest, ABrokenOrForeignFileReferenceReadsAsAbsent)
+{
+    ASSERT_TRUE(RegistryStore::SetBinary(kMenu, "Lost", randomBytes(100000)));
+    for (const QString& file : QDir(settings_.folder() + "/Zunbrix.values").entryList(QDir::Files))
+        ASSERT_TRUE(QFile::remove(settings_.folder() + "/Zunbrix.values/" + file));
+    QByteArray data("kept");
+    EXPECT_FALSE(RegistryStore::GetBinary(kMenu, "Lost", data));
+    EXPECT_EQ(data, "kept");
+
+    // An entry edited by hand to point at another file is neither read nor removed with the value.
+    {
+        QSettings editor(RegistryStore::FilePath(), QSettings::IniFormat);
+        editor.setValue("Software/Zunbrix/MenuV2/Foreign", "binary-file:../Zunbrix.ini");
+    }
+    EXPECT_FALSE(RegistryStore::GetBinary(kMenu, "Foreign", data));
+    EXPECT_TRUE(RegistryStore::DeleteValue(kMenu, "Foreign"));
+    EXPECT_TRUE(QFileInfo::exists(RegistryStore::FilePath()));
 }
 
 TEST_F(RegistryStoreTest, OverwriteAndDelete)
@@ -127,6 +192,7 @@ TEST_F(RegistryStoreTest, WritesAValidFileInTheRedirectedFolderAndNothingElse)
 
     // Only the settings file itself: no temporary file left behind by the write.
     EXPECT_EQ(QDir(settings_.folder()).entryList(QDir::Files | QDir::Hidden), QStringList{"Zunbrix.ini"});
+    EXPECT_EQ(QDir(settings_.folder() + "/Zunbrix.values").entryList(QDir::Files | QDir::Hidden).size(), 1);
     // Read back from disk as a plain INI file, apart from the store's own cache.
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
