@@ -3,6 +3,7 @@
 #include "build/generated_text.h"
 #include "designer/design_settings.h"
 #include "frame/registry_store.h"
+#include "frame/text_conversion.h"
 
 #include <algorithm>
 #include <numeric>
@@ -31,7 +32,7 @@ std::string ppuAddressEquate(const char* name, std::uint32_t address)
 // The caption as 8-bit text, cut where the screen's row ends.
 QByteArray captionText(const DesignDocument& design)
 {
-    QByteArray caption = ToAnsiText(design.CaptionText);
+    QByteArray caption = WideToAnsi(design.CaptionText);
     const int column = PpuColumn(design.CaptionPpuAddr);
     if (column + caption.size() > kScreenColumns)
         caption.truncate(kScreenColumns - column);
@@ -69,7 +70,7 @@ NameTable exportNameTable(const DesignDocument& design)
             nameTable[static_cast<std::size_t>(tile.y * kScreenColumns + tile.x)] = tile.tile;
     }
     for (const TextEntry& text : design.CustomText)
-        DrawTextTiles(nameTable, text.x, text.y, ToAnsiText(text.text), design.CharMapData, Blanks::Transparent);
+        DrawTextTiles(nameTable, text.x, text.y, WideToAnsi(text.text), design.CharMapData, Blanks::Transparent);
     return nameTable;
 }
 

@@ -2,17 +2,6 @@
 
 namespace zunbrix {
 
-QByteArray ToAnsiText(const QString& text)
-{
-    QByteArray out;
-    out.reserve(text.size());
-    for (QChar unit : text) {
-        const char16_t code = unit.unicode();
-        out.append(code >= 32 && code < 127 ? static_cast<char>(code) : '?');
-    }
-    return out;
-}
-
 void DrawTextTiles(NameTable& nameTable, int column, int row, QByteArrayView text,
                    std::span<const std::uint8_t, kCharMapBytes> charMap, Blanks blanks)
 {

@@ -4,9 +4,7 @@
 
 #include "designer/codec.h"
 
-#include <QByteArray>
 #include <QByteArrayView>
-#include <QString>
 
 #include <cstdint>
 #include <span>
@@ -17,17 +15,14 @@ inline constexpr int kCharMapBytes = 256;
 using CharMap = std::array<std::uint8_t, kCharMapBytes>;
 using NameTable = std::array<std::uint8_t, kNameTableBytes>;
 
-// The 8-bit form of a text, one byte per UTF-16 unit: printable ASCII as it is, anything else '?',
-// so that the result is the same on every platform.
-QByteArray ToAnsiText(const QString& text);
-
 enum class Blanks {
     Transparent, // a blank leaves the cell beneath as it is
     Drawn,       // a blank is drawn like any other character
 };
 
-// Draws `text` from cell (column, row). A negative column drops as many characters from the front and
-// starts at column 0; characters at column 32 or beyond are not drawn; a row outside 0..29 draws nothing.
+// Draws `text`, 8-bit text as WideToAnsi makes it, from cell (column, row). A negative column drops as many
+// characters from the front and starts at column 0; characters at column 32 or beyond are not drawn; a row
+// outside 0..29 draws nothing.
 void DrawTextTiles(NameTable& nameTable, int column, int row, QByteArrayView text,
                    std::span<const std::uint8_t, kCharMapBytes> charMap, Blanks blanks);
 

@@ -1,6 +1,7 @@
 #include "designer/visible_name_table.h"
 
 #include "designer/design_editor.h"
+#include "frame/text_conversion.h"
 
 #include <algorithm>
 
@@ -35,7 +36,7 @@ NameTable ComposeVisibleNameTable(const DesignEditor& editor)
             if (row >= kScreenRows)
                 break;
             if (!lines[i].isEmpty())
-                DrawTextTiles(table, editor.ItemPos.x, static_cast<int>(row), ToAnsiText(lines[i]),
+                DrawTextTiles(table, editor.ItemPos.x, static_cast<int>(row), WideToAnsi(lines[i]),
                               document.CharMapData, Blanks::Drawn);
         }
     }
@@ -43,11 +44,11 @@ NameTable ComposeVisibleNameTable(const DesignEditor& editor)
         for (const TextEntry& text : document.CustomText) {
             if (text.y >= kScreenRows)
                 break;
-            DrawTextTiles(table, text.x, text.y, ToAnsiText(text.text), document.CharMapData, Blanks::Drawn);
+            DrawTextTiles(table, text.x, text.y, WideToAnsi(text.text), document.CharMapData, Blanks::Drawn);
         }
     }
     if (editor.Show_Caption)
-        DrawTextTiles(table, editor.CaptionPos.x, editor.CaptionPos.y, ToAnsiText(document.CaptionText),
+        DrawTextTiles(table, editor.CaptionPos.x, editor.CaptionPos.y, WideToAnsi(document.CaptionText),
                       document.CharMapData, Blanks::Drawn);
     return table;
 }

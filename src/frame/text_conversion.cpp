@@ -14,14 +14,10 @@ QString AnsiToWide(const QByteArray& text)
 
 QByteArray WideToAnsi(const QString& text)
 {
-    QByteArray ansi;
-    ansi.reserve(text.size());
+    QByteArray ansi(text.size(), Qt::Uninitialized);
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t unit = text[i].unicode();
-        // A surrogate pair is one character and becomes one '?'.
-        if (QChar::isHighSurrogate(unit) && i + 1 < text.size() && text[i + 1].isLowSurrogate())
-            ++i;
-        ansi += unit < 0x80 ? static_cast<char>(unit) : '?';
+        ansi[i] = unit >= ' ' && unit < 0x7F ? static_cast<char>(unit) : '?';
     }
     return ansi;
 }

@@ -14,12 +14,6 @@ std::uint8_t cell(const NameTable& table, int column, int row)
 
 } // namespace
 
-TEST(TextTiles, AnsiTextKeepsPrintableAsciiOnly)
-{
-    EXPECT_EQ(ToAnsiText(QString::fromUtf8("Ünder 1/2~")), QByteArray("?nder 1/2~"));
-    EXPECT_EQ(ToAnsiText(QString::fromUtf8("\t魂\x7F")), QByteArray("???"));
-}
-
 TEST(TextTiles, CharactersDrawThroughTheMapAndBlanksShowWhatLiesBeneath)
 {
     CharMap map = DefaultCharMap();
