@@ -156,6 +156,24 @@ void appendFlagRecord(QByteArray& out, RecordType type, bool flag)
     AppendRecord(out, type, QByteArrayView(&byte, 1));
 }
 
+void appendMenuLookRecords(QByteArray& out, const DesignEditor& editor)
+{
+    const DesignDocument& document = editor.document();
+    appendBytesRecord(out, RecordType::Attributes, document.Attributes);
+    appendBytesRecord(out, RecordType::BkgPalette, document.BkgPalette);
+    appendBytesRecord(out, RecordType::SpritePalette, document.SpritePalette);
+    appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
+    appendCaptionRecord(out, editor.CaptionEdit);
+    appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
+    appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
+    appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
+    for (const TileEntry& entry : document.ArrowTileList)
+        appendTileRecord(out, RecordType::ArrowTileListEntry, entry);
+    appendBytesRecord(out, RecordType::ChrData, document.ChrData);
+    for (const TextEntry& text : document.CustomText)
+        appendTextRecord(out, text);
+}
+
 void readTilePayload(QByteArrayView payload, TileEntry& entry)
 {
     auto bytes = entry.toBytes();

@@ -45,6 +45,10 @@ void appendPosRecord(QByteArray& out, RecordType type, const Position& pos);
 void appendTextRecord(QByteArray& out, const TextEntry& text);
 void appendCaptionRecord(QByteArray& out, const QString& caption);
 void appendFlagRecord(QByteArray& out, RecordType type, bool flag);
+// The look of the menu screen, in the order the whole-design file and the snapshot both keep it: attributes,
+// both palettes, the caption with its place and those of the page number and the list, the cursor tile and
+// the big cursor's entries, the pattern data, the texts.
+void appendMenuLookRecords(QByteArray& out, const DesignEditor& editor);
 template <std::size_t N>
 void appendBytesRecord(QByteArray& out, RecordType type, const std::array<std::uint8_t, N>& bytes)
 {

@@ -71,18 +71,7 @@ void appendMenu(QByteArray& out, const DesignEditor& editor)
     for (const TileEntry& entry : document.SpriteTileList)
         appendTileRecord(out, RecordType::SpriteTile, entry);
     appendBytesRecord(out, RecordType::CharMapData, document.CharMapData);
-    appendBytesRecord(out, RecordType::Attributes, document.Attributes);
-    appendBytesRecord(out, RecordType::BkgPalette, document.BkgPalette);
-    appendBytesRecord(out, RecordType::SpritePalette, document.SpritePalette);
-    appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
-    appendCaptionRecord(out, editor.CaptionEdit);
-    appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
-    appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
-    appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
-    for (const TileEntry& entry : document.ArrowTileList)
-        appendTileRecord(out, RecordType::ArrowTileListEntry, entry);
-    appendBytesRecord(out, RecordType::ChrData, document.ChrData);
-    appendTexts(out, document);
+    appendMenuLookRecords(out, editor);
     appendFlagRecord(out, RecordType::BigCursor, editor.BigCursor != 0);
     appendFlagRecord(out, RecordType::BigSprite, document.BigSprite != 0);
 }

@@ -77,19 +77,7 @@ QByteArray TakeSnapshot(const DesignEditor& editor)
         appendTileRecord(out, RecordType::BkgTile, withId(entry, 0));
     for (const TileEntry& entry : document.SpriteTileList)
         appendTileRecord(out, RecordType::SpriteTile, withId(entry, 0));
-    appendBytesRecord(out, RecordType::Attributes, document.Attributes);
-    appendBytesRecord(out, RecordType::BkgPalette, document.BkgPalette);
-    appendBytesRecord(out, RecordType::SpritePalette, document.SpritePalette);
-    appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
-    appendCaptionRecord(out, editor.CaptionEdit);
-    appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
-    appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
-    appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
-    for (const TileEntry& entry : document.ArrowTileList)
-        appendTileRecord(out, RecordType::ArrowTileListEntry, entry);
-    appendBytesRecord(out, RecordType::ChrData, document.ChrData);
-    for (const TextEntry& text : document.CustomText)
-        appendTextRecord(out, text);
+    appendMenuLookRecords(out, editor);
     appendPosRecord(out, RecordType::AttrCellPos, editor.AttrCellPos);
     appendPosRecord(out, RecordType::AttrQuadPos, editor.AttrQuadPos);
     appendPosRecord(out, RecordType::AttrViewPos, editor.AttrViewPos);
