@@ -3,9 +3,15 @@
 #include "tools/nesasm/source_files.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
+
+#ifdef _WIN32
+#include <windows.h>
+#include <shellapi.h>
+#endif
 
 using namespace zunbrix::nesasm;
 
@@ -14,12 +20,43 @@ namespace {
 constexpr const char* kBanner = "NES Assembler (v3.2.0.7 Bulid Date: 20240701)\n";
 constexpr const char* kProgramName = "nesasm";
 
+// Written beside the target and renamed into place when complete, so a failed write never leaves a
+// truncated image where an earlier good one stood.
 bool writeFile(const std::string& path, const void* data, std::size_t size)
 {
-    std::ofstream file(pathOfUtf8(path), std::ios::binary | std::ios::trunc);
+    const std::filesystem::path target = pathOfUtf8(path);
+    std::filesystem::path temporary = target;
+    temporary += ".part";
+    std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
     file.write(static_cast<const char*>(data), static_cast<std::streamsize>(size));
     file.close();
-    return !file.fail();
+    std::error_code error;
+    if (!file.fail())
+        std::filesystem::rename(temporary, target, error);
+    if (file.fail() || error) {
+        std::filesystem::remove(temporary, error);
+        return false;
+    }
+    return true;
+}
+
+// The arguments as UTF-8, which is how paths travel through the assembler. Windows hands main() the
+// ANSI code page, which cannot spell every folder name, so there the wide command line is read instead.
+std::vector<std::string> utf8Arguments(int argc, char** argv)
+{
+#ifdef _WIN32
+    (void)argc;
+    (void)argv;
+    int count = 0;
+    wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> arguments;
+    for (int i = 1; wide && i < count; ++i)
+        arguments.push_back(utf8TextOf(std::filesystem::path(wide[i])));
+    LocalFree(wide);
+    return arguments;
+#else
+    return std::vector<std::string>(argv + 1, argv + argc);
+#endif
 }
 
 void printSegmentUsage(const std::vector<int>& usedBytesPerBank)
@@ -37,7 +74,7 @@ int main(int argc, char** argv)
 {
     // Everything goes to standard output, where the build catches it whole.
     std::fputs(kBanner, stdout);
-    const CommandLine line = parseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+    const CommandLine line = parseCommandLine(utf8Arguments(argc, argv));
     if (!line.fault.empty() || line.help || line.input.empty()) {
         if (!line.fault.empty())
             std::printf("%s\n", line.fault.c_str());
