@@ -1,15 +1,16 @@
 #include "designer/design_persistence.h"
 
-#include "designer/design_record.h"
-#include "designer/design_records.h"
-#include "designer/design_settings.h"
 #include "designer/design_editor.h"
+#include "designer/design_record.h"
+#include "designer/design_settings.h"
+#include "designer/record_payloads.h"
 #include "designer/snapshot.h"
 #include "frame/registry_store.h"
 
 #include <QtEndian>
 
 #include <algorithm>
+#include <optional>
 
 namespace zunbrix {
 
@@ -49,14 +50,23 @@ QString name(const char* value)
     return QString::fromLatin1(value);
 }
 
+// A binary value that fits a field of `fieldBytes`; a longer one is passed over as if it were not there.
+std::optional<QByteArray> readWithin(const char* value, qsizetype fieldBytes)
+{
+    QByteArray bytes;
+    if (!RegistryStore::GetBinary(key(), name(value), bytes) || bytes.size() > fieldBytes)
+        return std::nullopt;
+    return bytes;
+}
+
 // A binary read into a field of fixed size: a longer value fails and leaves the field, a shorter one fills
 // its start.
 bool readFixed(const char* value, std::uint8_t* field, qsizetype fieldBytes)
 {
-    QByteArray bytes;
-    if (!RegistryStore::GetBinary(key(), name(value), bytes) || bytes.size() > fieldBytes)
+    const std::optional<QByteArray> bytes = readWithin(value, fieldBytes);
+    if (!bytes)
         return false;
-    std::copy_n(reinterpret_cast<const std::uint8_t*>(bytes.constData()), bytes.size(), field);
+    std::copy_n(reinterpret_cast<const std::uint8_t*>(bytes->constData()), bytes->size(), field);
     return true;
 }
 
@@ -77,13 +87,8 @@ bool readFlag(const char* value, bool& flag)
 
 void readPos(const char* value, Position& pos)
 {
-    std::array<std::uint8_t, 8> bytes{};
-    qToLittleEndian<std::int32_t>(pos.x, bytes.data());
-    qToLittleEndian<std::int32_t>(pos.y, bytes.data() + 4);
-    if (!readFixed(value, bytes))
-        return;
-    pos.x = qFromLittleEndian<std::int32_t>(bytes.data());
-    pos.y = qFromLittleEndian<std::int32_t>(bytes.data() + 4);
+    if (const std::optional<QByteArray> bytes = readWithin(value, kPositionBytes))
+        readPosPayload(*bytes, pos);
 }
 
 void writeBytes(const char* value, QByteArrayView bytes)
@@ -112,10 +117,7 @@ void writeU32(const char* value, std::uint32_t number)
 
 void writePos(const char* value, const Position& pos)
 {
-    char bytes[8];
-    qToLittleEndian<std::int32_t>(pos.x, bytes);
-    qToLittleEndian<std::int32_t>(pos.y, bytes + 4);
-    writeBytes(value, QByteArrayView(bytes, 8));
+    writeBytes(value, PositionBytes(pos));
 }
 
 void writeTileList(const char* value, const TileList& list)
@@ -271,8 +273,7 @@ bool CloseDesigner(DesignEditor& editor)
 
     std::erase_if(document.CustomText, liesOffScreen);
     QByteArray texts;
-    for (const TextEntry& text : document.CustomText)
-        appendTextRecord(texts, text);
+    appendTextRecords(texts, document.CustomText);
     writeBytes(design_settings::kCustomText, texts);
     return true;
 }

@@ -19,8 +19,6 @@ void appendWord(QByteArray& out, std::uint32_t value)
     out.append(bytes, 4);
 }
 
-constexpr qsizetype kTextFixedBytes = 12; // x, y, byte length
-
 } // namespace
 
 std::vector<DesignRecord> SplitRecords(QByteArrayView data)
@@ -44,6 +42,19 @@ std::vector<DesignRecord> SplitRecords(QByteArrayView data)
     return records;
 }
 
+bool IsCutShort(const DesignRecord& record)
+{
+    return static_cast<std::uint64_t>(record.payload.size()) < record.size;
+}
+
+std::vector<DesignRecord> WholeRecords(QByteArrayView data)
+{
+    std::vector<DesignRecord> records = SplitRecords(data);
+    if (!records.empty() && IsCutShort(records.back()))
+        records.pop_back();
+    return records;
+}
+
 void AppendRecord(QByteArray& out, RecordType type, QByteArrayView payload, std::uint32_t reserved)
 {
     appendWord(out, static_cast<std::uint32_t>(type));
@@ -53,41 +64,10 @@ void AppendRecord(QByteArray& out, RecordType type, QByteArrayView payload, std:
     out.append(payload);
 }
 
-QByteArray TextRecordPayload(const TextEntry& entry)
+RecordTypeSet::RecordTypeSet(std::initializer_list<RecordType> types)
 {
-    QByteArray payload;
-    const auto byteLength = static_cast<std::uint32_t>(entry.text.size() * 2);
-    appendWord(payload, static_cast<std::uint32_t>(entry.x));
-    appendWord(payload, static_cast<std::uint32_t>(entry.y));
-    appendWord(payload, byteLength);
-    for (QChar unit : entry.text) {
-        char bytes[2];
-        qToLittleEndian<std::uint16_t>(unit.unicode(), bytes);
-        payload.append(bytes, 2);
-    }
-    payload.append(8, '\0');
-    return payload;
-}
-
-std::optional<TextEntry> TextEntryFromPayload(QByteArrayView payload)
-{
-    if (payload.size() < kTextFixedBytes)
-        return std::nullopt;
-    const std::uint32_t byteLength = readWord(payload, 8);
-    if (byteLength > static_cast<std::uint32_t>(kTextFieldBytes))
-        return std::nullopt;
-    TextEntry entry;
-    entry.x = static_cast<std::int32_t>(readWord(payload, 0));
-    entry.y = static_cast<std::int32_t>(readWord(payload, 4));
-    const qsizetype textBytes = std::min<qsizetype>(byteLength, payload.size() - kTextFixedBytes);
-    const qsizetype textEnd = kTextFixedBytes + textBytes;
-    for (qsizetype at = kTextFixedBytes; at + 2 <= textEnd; at += 2) {
-        const auto unit = qFromLittleEndian<std::uint16_t>(payload.data() + at);
-        if (unit == 0 || entry.text.size() == kLongestStoredText)
-            break;
-        entry.text.append(QChar(unit));
-    }
-    return entry;
+    for (RecordType type : types)
+        bits_[static_cast<std::size_t>(type)] = true;
 }
 
 } // namespace zunbrix

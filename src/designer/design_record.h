@@ -3,13 +3,12 @@
 // The tagged record that design files, settings values and undo snapshots are made of:
 // a 16-byte header (type, reserved, version, payload size; little-endian) and the payload.
 
-#include "designer/text_entry.h"
-
 #include <QByteArray>
 #include <QByteArrayView>
 
+#include <array>
 #include <cstdint>
-#include <optional>
+#include <initializer_list>
 #include <vector>
 
 namespace zunbrix {
@@ -51,9 +50,6 @@ enum class RecordType : std::uint32_t {
 
 inline constexpr int kRecordHeaderBytes = 16;
 inline constexpr std::uint32_t kRecordVersion = 1;
-// Text is read into a fixed field of 260 UTF-16 units, kept zero-terminated.
-inline constexpr int kTextFieldBytes = 520;
-inline constexpr int kLongestStoredText = kTextFieldBytes / 2 - 1;
 
 struct DesignRecord {
     std::uint32_t type = 0;
@@ -67,12 +63,22 @@ struct DesignRecord {
 // a payload that runs past the end is cut there.
 std::vector<DesignRecord> SplitRecords(QByteArrayView data);
 
+// A record whose payload the end of the data cut short.
+bool IsCutShort(const DesignRecord& record);
+
+// The records a reader walks: those before the first one cut short by the end of the data.
+std::vector<DesignRecord> WholeRecords(QByteArrayView data);
+
 void AppendRecord(QByteArray& out, RecordType type, QByteArrayView payload, std::uint32_t reserved = 0);
 
-// x, y, byte length, the UTF-16 text, then 8 bytes of 0. The id is not stored.
-QByteArray TextRecordPayload(const TextEntry& entry);
-// The entry with id -1, text cut at its first zero unit; none when the payload is shorter than its
-// fixed part or the text would not fit the 520-byte field.
-std::optional<TextEntry> TextEntryFromPayload(QByteArrayView payload);
+// Which record types a reader takes; the others are passed over unread.
+class RecordTypeSet {
+public:
+    RecordTypeSet(std::initializer_list<RecordType> types);
+    bool contains(std::uint32_t type) const { return type < bits_.size() && bits_[type]; }
+
+private:
+    std::array<bool, 64> bits_{};
+};
 
 } // namespace zunbrix

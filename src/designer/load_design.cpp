@@ -3,6 +3,7 @@
 #include "designer/big_cursor.h"
 #include "designer/design_record.h"
 #include "designer/design_settings.h"
+#include "designer/record_payloads.h"
 #include "designer/document.h"
 #include "frame/registry_store.h"
 

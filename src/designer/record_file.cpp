@@ -2,7 +2,7 @@
 
 #include "designer/design_file_filters.h"
 #include "designer/design_file_io.h"
-#include "designer/design_records.h"
+#include "designer/record_payloads.h"
 #include "designer/design_editor.h"
 #include "designer/undo_history.h"
 
@@ -57,12 +57,6 @@ const char* savePatternOf(RecordFileKind kind)
     return file_filters::kTextList[0].pattern;
 }
 
-void appendTexts(QByteArray& out, const DesignDocument& document)
-{
-    for (const TextEntry& text : document.CustomText)
-        appendTextRecord(out, text);
-}
-
 void appendMenu(QByteArray& out, const DesignEditor& editor)
 {
     const DesignDocument& document = editor.document();
@@ -82,20 +76,16 @@ void appendNameTablePage(QByteArray& out, const DesignEditor& editor)
     for (const TileEntry& entry : document.BkgTileList)
         appendTileRecord(out, RecordType::BkgTile, entry);
     appendBytesRecord(out, RecordType::Attributes, document.Attributes);
-    appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
-    appendCaptionRecord(out, editor.CaptionEdit);
-    appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
-    appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
+    appendCaptionAndPlaceRecords(out, editor);
     appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
-    appendTexts(out, document);
+    appendTextRecords(out, document.CustomText);
 }
 
 void appendTextList(QByteArray& out, const DesignEditor& editor)
 {
-    const DesignDocument& document = editor.document();
     appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
     appendCaptionRecord(out, editor.CaptionEdit);
-    appendTexts(out, document);
+    appendTextRecords(out, editor.document().CustomText);
 }
 
 template <std::size_t N>
@@ -126,16 +116,12 @@ DesignResult ApplyRecordFile(RecordFileKind kind, DesignEditor& editor, QByteArr
         !checked.ok())
         return checked;
 
-    document.CustomText.clear();
-    editor.TextCounter = 0;
-    if (rules.clearsBkgTiles) {
-        document.BkgTileList.clear();
-        editor.BkgTileCounter = 0;
-    }
+    editor.resetCustomText();
+    if (rules.clearsBkgTiles)
+        editor.resetBkgTiles();
     if (rules.clearsSpritesAndCursor) {
-        document.SpriteTileList.clear();
+        editor.resetSprites();
         document.ArrowTileList.clear();
-        editor.SpriteTileCounter = 0;
     }
     for (const DesignRecord& record : WholeRecords(data)) {
         if (rules.reads.contains(record.type))
@@ -151,12 +137,9 @@ void ApplyPpuMemoryImage(DesignEditor& editor, QByteArrayView data, int nameTabl
     DesignDocument& document = editor.document();
     if (data.size() != kPpuImageBytes)
         return;
-    document.CustomText.clear();
-    document.BkgTileList.clear();
-    document.SpriteTileList.clear();
-    editor.TextCounter = 0;
-    editor.BkgTileCounter = 0;
-    editor.SpriteTileCounter = 0;
+    editor.resetCustomText();
+    editor.resetBkgTiles();
+    editor.resetSprites();
 
     copyFromImage(data, 0, document.ChrData);
     copyFromImage(data, kPpuBkgPaletteOffset, document.BkgPalette);

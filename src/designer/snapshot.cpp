@@ -1,6 +1,6 @@
 #include "designer/snapshot.h"
 
-#include "designer/design_records.h"
+#include "designer/record_payloads.h"
 #include "designer/design_editor.h"
 
 #include <QtEndian>
@@ -53,12 +53,6 @@ bool isContainer(QByteArrayView snapshot)
            qFromLittleEndian<std::uint32_t>(snapshot.data()) == static_cast<std::uint32_t>(RecordType::Container);
 }
 
-TileEntry withId(TileEntry entry, std::int32_t id)
-{
-    entry.id = id;
-    return entry;
-}
-
 } // namespace
 
 QByteArray TakeSnapshot(const DesignEditor& editor)
@@ -68,15 +62,15 @@ QByteArray TakeSnapshot(const DesignEditor& editor)
     const auto tiles = document.BkgTileList.size() + document.SpriteTileList.size() + document.ArrowTileList.size();
     qsizetype textBytes = 0;
     for (const TextEntry& text : document.CustomText)
-        textBytes += 36 + text.text.size() * 2;
+        textBytes += TextRecordBytes(text);
     out.reserve(kEmptySnapshotBytes + static_cast<qsizetype>(tiles) * kTileRecordBytes + textBytes +
                 editor.CaptionEdit.size() * 2);
 
     AppendRecord(out, RecordType::Container, {}, kSnapshotReserved);
     for (const TileEntry& entry : document.BkgTileList)
-        appendTileRecord(out, RecordType::BkgTile, withId(entry, 0));
+        appendTileRecord(out, RecordType::BkgTile, entry.withId(0));
     for (const TileEntry& entry : document.SpriteTileList)
-        appendTileRecord(out, RecordType::SpriteTile, withId(entry, 0));
+        appendTileRecord(out, RecordType::SpriteTile, entry.withId(0));
     appendMenuLookRecords(out, editor);
     appendPosRecord(out, RecordType::AttrCellPos, editor.AttrCellPos);
     appendPosRecord(out, RecordType::AttrQuadPos, editor.AttrQuadPos);
@@ -117,13 +111,10 @@ DesignResult ApplySnapshot(DesignEditor& editor, QByteArrayView snapshot)
             return checked;
     }
 
-    document.CustomText.clear();
-    document.BkgTileList.clear();
-    document.SpriteTileList.clear();
+    editor.resetCustomText();
+    editor.resetBkgTiles();
+    editor.resetSprites();
     document.ArrowTileList.clear();
-    editor.BkgTileCounter = 0;
-    editor.SpriteTileCounter = 0;
-    editor.TextCounter = 0;
     if (!container)
         return {};
 

@@ -32,6 +32,12 @@ struct TileEntry {
     std::uint8_t reserved = 0;
 
     bool isSelected() const { return (flags & kSelected) != 0; }
+    TileEntry withId(std::int32_t newId) const
+    {
+        TileEntry numbered = *this;
+        numbered.id = newId;
+        return numbered;
+    }
 
     std::array<std::uint8_t, kByteSize> toBytes() const;
     static TileEntry fromBytes(std::span<const std::uint8_t, kByteSize> bytes);

@@ -1,4 +1,5 @@
 #include "designer/design_record.h"
+#include "designer/record_payloads.h"
 #include "designer/tile_entry.h"
 
 #include <gtest/gtest.h>

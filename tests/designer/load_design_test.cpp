@@ -1,6 +1,7 @@
 #include "designer/design_record.h"
 #include "designer/design_settings.h"
 #include "designer/document.h"
+#include "designer/record_payloads.h"
 #include "frame/registry_store.h"
 #include "menu/art/menu_chr.h"
 

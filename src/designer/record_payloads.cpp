@@ -1,4 +1,4 @@
-#include "designer/design_records.h"
+#include "designer/record_payloads.h"
 
 #include <QtEndian>
 
@@ -6,7 +6,36 @@ namespace zunbrix {
 
 namespace {
 
-constexpr qsizetype kTextFixedBytes = 12;  // x, y, byte length
+// A text's payload: x, y and the text's byte length, the UTF-16 text, then 8 bytes of 0.
+constexpr qsizetype kTextFixedBytes = 12;
+constexpr qsizetype kTextByteLengthAt = 8;
+constexpr qsizetype kTextTrailerBytes = 8;
+
+std::uint32_t textByteLength(QByteArrayView payload)
+{
+    return qFromLittleEndian<std::uint32_t>(payload.data() + kTextByteLengthAt);
+}
+
+void appendUtf16(QByteArray& out, const QString& text)
+{
+    const qsizetype start = out.size();
+    out.resize(start + text.size() * 2);
+    for (qsizetype i = 0; i < text.size(); ++i)
+        qToLittleEndian<std::uint16_t>(text[i].unicode(), out.data() + start + 2 * i);
+}
+
+// The units up to the first zero one, at most as many as the field keeps.
+QString readUtf16Field(QByteArrayView units)
+{
+    QString text;
+    for (qsizetype at = 0; at + 2 <= units.size() && text.size() < kLongestStoredText; at += 2) {
+        const auto unit = qFromLittleEndian<std::uint16_t>(units.data() + at);
+        if (unit == 0)
+            break;
+        text.append(QChar(unit));
+    }
+    return text;
+}
 
 enum class Oversize { Refuse, Skip };
 
@@ -24,29 +53,29 @@ constexpr FieldRule kFieldRules[] = {
     {RecordType::SpritePalette, 16, Oversize::Refuse},
     {RecordType::ChrData, 8192, Oversize::Refuse},
     {RecordType::Caption, kTextFieldBytes, Oversize::Refuse},
-    {RecordType::CaptionPos, 8, Oversize::Refuse},
-    {RecordType::PageNumberPos, 8, Oversize::Refuse},
-    {RecordType::ItemPos, 8, Oversize::Refuse},
+    {RecordType::CaptionPos, kPositionBytes, Oversize::Refuse},
+    {RecordType::PageNumberPos, kPositionBytes, Oversize::Refuse},
+    {RecordType::ItemPos, kPositionBytes, Oversize::Refuse},
     {RecordType::BkgTile, TileEntry::kByteSize, Oversize::Refuse},
     {RecordType::SpriteTile, TileEntry::kByteSize, Oversize::Refuse},
     {RecordType::ArrowTile, TileEntry::kByteSize, Oversize::Refuse},
     {RecordType::ArrowTileListEntry, TileEntry::kByteSize, Oversize::Refuse},
-    {RecordType::AttrCellPos, 8, Oversize::Refuse},
-    {RecordType::AttrQuadPos, 8, Oversize::Refuse},
-    {RecordType::AttrViewPos, 8, Oversize::Refuse},
-    {RecordType::BkgChrPos, 8, Oversize::Refuse},
-    {RecordType::BkgZoomPos, 8, Oversize::Refuse},
-    {RecordType::BkgPalettePos, 8, Oversize::Refuse},
-    {RecordType::SpChrPos, 8, Oversize::Refuse},
-    {RecordType::SpZoomPos, 8, Oversize::Refuse},
-    {RecordType::SpPalettePos, 8, Oversize::Refuse},
-    {RecordType::ColorPos, 8, Oversize::Refuse},
+    {RecordType::AttrCellPos, kPositionBytes, Oversize::Refuse},
+    {RecordType::AttrQuadPos, kPositionBytes, Oversize::Refuse},
+    {RecordType::AttrViewPos, kPositionBytes, Oversize::Refuse},
+    {RecordType::BkgChrPos, kPositionBytes, Oversize::Refuse},
+    {RecordType::BkgZoomPos, kPositionBytes, Oversize::Refuse},
+    {RecordType::BkgPalettePos, kPositionBytes, Oversize::Refuse},
+    {RecordType::SpChrPos, kPositionBytes, Oversize::Refuse},
+    {RecordType::SpZoomPos, kPositionBytes, Oversize::Refuse},
+    {RecordType::SpPalettePos, kPositionBytes, Oversize::Refuse},
+    {RecordType::ColorPos, kPositionBytes, Oversize::Refuse},
     {RecordType::CharMapData, 256, Oversize::Skip},
     {RecordType::BigCursor, 1, Oversize::Skip},
     {RecordType::BigSprite, 1, Oversize::Skip},
-    {RecordType::MapCharPos, 8, Oversize::Refuse},
-    {RecordType::FontCharPos, 8, Oversize::Refuse},
-    {RecordType::NameTablePos, 8, Oversize::Refuse},
+    {RecordType::MapCharPos, kPositionBytes, Oversize::Refuse},
+    {RecordType::FontCharPos, kPositionBytes, Oversize::Refuse},
+    {RecordType::NameTablePos, kPositionBytes, Oversize::Refuse},
     {RecordType::SelectedBkgTiles, 256, Oversize::Refuse},
     {RecordType::SelectedSpriteTiles, 256, Oversize::Refuse},
 };
@@ -64,7 +93,7 @@ DesignFault checkTextPayload(QByteArrayView payload)
 {
     if (payload.size() < kTextFixedBytes)
         return DesignFault::RecordMalformed;
-    const auto byteLength = qFromLittleEndian<std::uint32_t>(payload.data() + 8);
+    const std::uint32_t byteLength = textByteLength(payload);
     if (byteLength > static_cast<std::uint32_t>(kTextFieldBytes))
         return DesignFault::RecordTooLarge;
     if (static_cast<qsizetype>(byteLength) > payload.size() - kTextFixedBytes)
@@ -72,38 +101,13 @@ DesignFault checkTextPayload(QByteArrayView payload)
     return DesignFault::None;
 }
 
-TileEntry withId(TileEntry entry, std::int32_t id)
-{
-    entry.id = id;
-    return entry;
-}
-
-bool isCutShort(const DesignRecord& record)
-{
-    return static_cast<std::uint64_t>(record.payload.size()) < record.size;
-}
-
 } // namespace
-
-RecordTypeSet::RecordTypeSet(std::initializer_list<RecordType> types)
-{
-    for (RecordType type : types)
-        bits_[static_cast<std::size_t>(type)] = true;
-}
-
-std::vector<DesignRecord> WholeRecords(QByteArrayView data)
-{
-    std::vector<DesignRecord> records = SplitRecords(data);
-    if (!records.empty() && isCutShort(records.back()))
-        records.pop_back();
-    return records;
-}
 
 DesignResult CheckRecords(QByteArrayView data, const RecordTypeSet& reads, RecordTail tail, const QString& path)
 {
     const std::vector<DesignRecord> records = SplitRecords(data);
     for (const DesignRecord& record : records) {
-        if (isCutShort(record)) {
+        if (IsCutShort(record)) {
             if (tail == RecordTail::MustBeWhole)
                 return DesignResult::failure(DesignFault::RecordMalformed, path, record.type);
             break;
@@ -123,6 +127,46 @@ DesignResult CheckRecords(QByteArrayView data, const RecordTypeSet& reads, Recor
     return {};
 }
 
+QByteArray TextRecordPayload(const TextEntry& entry)
+{
+    QByteArray payload(kTextFixedBytes, Qt::Uninitialized);
+    qToLittleEndian<std::int32_t>(entry.x, payload.data());
+    qToLittleEndian<std::int32_t>(entry.y, payload.data() + 4);
+    const auto byteLength = static_cast<std::uint32_t>(entry.text.size() * 2);
+    qToLittleEndian<std::uint32_t>(byteLength, payload.data() + kTextByteLengthAt);
+    appendUtf16(payload, entry.text);
+    payload.append(kTextTrailerBytes, '\0');
+    return payload;
+}
+
+std::optional<TextEntry> TextEntryFromPayload(QByteArrayView payload)
+{
+    if (payload.size() < kTextFixedBytes)
+        return std::nullopt;
+    const std::uint32_t byteLength = textByteLength(payload);
+    if (byteLength > static_cast<std::uint32_t>(kTextFieldBytes))
+        return std::nullopt;
+    TextEntry entry;
+    entry.x = qFromLittleEndian<std::int32_t>(payload.data());
+    entry.y = qFromLittleEndian<std::int32_t>(payload.data() + 4);
+    const qsizetype textBytes = std::min<qsizetype>(byteLength, payload.size() - kTextFixedBytes);
+    entry.text = readUtf16Field(payload.sliced(kTextFixedBytes, textBytes));
+    return entry;
+}
+
+qsizetype TextRecordBytes(const TextEntry& entry)
+{
+    return kRecordHeaderBytes + kTextFixedBytes + entry.text.size() * 2 + kTextTrailerBytes;
+}
+
+std::array<std::uint8_t, kPositionBytes> PositionBytes(const Position& pos)
+{
+    std::array<std::uint8_t, kPositionBytes> bytes{};
+    qToLittleEndian<std::int32_t>(pos.x, bytes.data());
+    qToLittleEndian<std::int32_t>(pos.y, bytes.data() + 4);
+    return bytes;
+}
+
 void appendTileRecord(QByteArray& out, RecordType type, const TileEntry& entry)
 {
     const auto bytes = entry.toBytes();
@@ -131,22 +175,19 @@ void appendTileRecord(QByteArray& out, RecordType type, const TileEntry& entry)
 
 void appendPosRecord(QByteArray& out, RecordType type, const Position& pos)
 {
-    char bytes[8];
-    qToLittleEndian<std::int32_t>(pos.x, bytes);
-    qToLittleEndian<std::int32_t>(pos.y, bytes + 4);
-    AppendRecord(out, type, QByteArrayView(bytes, 8));
+    appendBytesRecord(out, type, PositionBytes(pos));
 }
 
-void appendTextRecord(QByteArray& out, const TextEntry& text)
+void appendTextRecords(QByteArray& out, const TextList& texts)
 {
-    AppendRecord(out, RecordType::Text, TextRecordPayload(text));
+    for (const TextEntry& text : texts)
+        AppendRecord(out, RecordType::Text, TextRecordPayload(text));
 }
 
 void appendCaptionRecord(QByteArray& out, const QString& caption)
 {
-    QByteArray units(caption.size() * 2, Qt::Uninitialized);
-    for (qsizetype i = 0; i < caption.size(); ++i)
-        qToLittleEndian<std::uint16_t>(caption[i].unicode(), units.data() + 2 * i);
+    QByteArray units;
+    appendUtf16(units, caption);
     AppendRecord(out, RecordType::Caption, units);
 }
 
@@ -156,22 +197,26 @@ void appendFlagRecord(QByteArray& out, RecordType type, bool flag)
     AppendRecord(out, type, QByteArrayView(&byte, 1));
 }
 
+void appendCaptionAndPlaceRecords(QByteArray& out, const DesignEditor& editor)
+{
+    appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
+    appendCaptionRecord(out, editor.CaptionEdit);
+    appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
+    appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
+}
+
 void appendMenuLookRecords(QByteArray& out, const DesignEditor& editor)
 {
     const DesignDocument& document = editor.document();
     appendBytesRecord(out, RecordType::Attributes, document.Attributes);
     appendBytesRecord(out, RecordType::BkgPalette, document.BkgPalette);
     appendBytesRecord(out, RecordType::SpritePalette, document.SpritePalette);
-    appendPosRecord(out, RecordType::CaptionPos, editor.CaptionPos);
-    appendCaptionRecord(out, editor.CaptionEdit);
-    appendPosRecord(out, RecordType::PageNumberPos, editor.PageNumberPos);
-    appendPosRecord(out, RecordType::ItemPos, editor.ItemPos);
+    appendCaptionAndPlaceRecords(out, editor);
     appendTileRecord(out, RecordType::ArrowTile, document.ArrowTile);
     for (const TileEntry& entry : document.ArrowTileList)
         appendTileRecord(out, RecordType::ArrowTileListEntry, entry);
     appendBytesRecord(out, RecordType::ChrData, document.ChrData);
-    for (const TextEntry& text : document.CustomText)
-        appendTextRecord(out, text);
+    appendTextRecords(out, document.CustomText);
 }
 
 void readTilePayload(QByteArrayView payload, TileEntry& entry)
@@ -183,29 +228,15 @@ void readTilePayload(QByteArrayView payload, TileEntry& entry)
 
 void readPosPayload(QByteArrayView payload, Position& pos)
 {
-    std::array<std::uint8_t, 8> bytes{};
-    qToLittleEndian<std::int32_t>(pos.x, bytes.data());
-    qToLittleEndian<std::int32_t>(pos.y, bytes.data() + 4);
+    auto bytes = PositionBytes(pos);
     readBytesPayload(payload, bytes);
     pos.x = qFromLittleEndian<std::int32_t>(bytes.data());
     pos.y = qFromLittleEndian<std::int32_t>(bytes.data() + 4);
 }
 
-TextEntry readTextPayload(QByteArrayView payload)
-{
-    return TextEntryFromPayload(payload).value_or(TextEntry{});
-}
-
 QString readCaptionPayload(QByteArrayView payload)
 {
-    QString caption;
-    for (qsizetype at = 0; at + 2 <= payload.size() && caption.size() < kLongestStoredText; at += 2) {
-        const auto unit = qFromLittleEndian<std::uint16_t>(payload.data() + at);
-        if (unit == 0)
-            break;
-        caption.append(QChar(unit));
-    }
-    return caption;
+    return readUtf16Field(payload);
 }
 
 void ApplyDesignRecord(const DesignRecord& record, DesignEditor& editor, CaptionTarget caption)
@@ -218,7 +249,7 @@ void ApplyDesignRecord(const DesignRecord& record, DesignEditor& editor, Caption
     case RecordType::SpritePalette: readBytesPayload(payload, document.SpritePalette); break;
     case RecordType::ChrData: readBytesPayload(payload, document.ChrData); break;
     case RecordType::Text: {
-        TextEntry text = readTextPayload(payload);
+        TextEntry text = TextEntryFromPayload(payload).value_or(TextEntry{});
         text.id = editor.TextCounter++;
         document.CustomText.push_back(std::move(text));
         break;
@@ -234,13 +265,13 @@ void ApplyDesignRecord(const DesignRecord& record, DesignEditor& editor, Caption
     case RecordType::BkgTile: {
         TileEntry entry;
         readTilePayload(payload, entry);
-        document.BkgTileList.push_back(withId(entry, editor.BkgTileCounter++));
+        document.BkgTileList.push_back(entry.withId(editor.BkgTileCounter++));
         break;
     }
     case RecordType::SpriteTile: {
         TileEntry entry;
         readTilePayload(payload, entry);
-        document.SpriteTileList.push_back(withId(entry, editor.SpriteTileCounter++));
+        document.SpriteTileList.push_back(entry.withId(editor.SpriteTileCounter++));
         break;
     }
     case RecordType::ArrowTile: readTilePayload(payload, document.ArrowTile); break;
