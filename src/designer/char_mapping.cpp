@@ -10,8 +10,6 @@ namespace zunbrix {
 
 namespace {
 
-constexpr int kBkgBank = 0;
-constexpr int kSpriteBank = 1;
 constexpr int kCanvasCellPx = 16;
 
 int selectedTile(const Position& pos)

@@ -38,6 +38,10 @@ inline constexpr std::uint32_t kDefaultPageNumberPpuAddr = 0x236D;
 inline constexpr std::uint32_t kDefaultItemPpuAddr = 0x20A9;
 inline constexpr std::uint8_t kSmallCursorTile = 31;
 
+// The pattern table's two halves.
+inline constexpr int kBkgBank = 0;
+inline constexpr int kSpriteBank = 1;
+
 // Printable ASCII 33..127 draws with the tile of the same number; every other code with tile 0.
 CharMap DefaultCharMap();
 
@@ -56,7 +60,7 @@ public:
     // tiles to fall back on; the loading stops there.
     bool LoadDesign();
 
-    // The 16 bytes of a tile; bank 0 holds the background tiles, bank 1 the sprite tiles.
+    // The 16 bytes of a tile in kBkgBank or kSpriteBank.
     std::span<std::uint8_t, kTileBytes> tile(int bank, int tile);
     std::span<const std::uint8_t, kTileBytes> tile(int bank, int tile) const;
 

@@ -10,17 +10,6 @@ namespace zunbrix {
 
 namespace {
 
-constexpr int kBkgBank = 0;
-constexpr int kSpriteBank = 1;
-
-template <typename Edit>
-void asUndoStep(DesignEditor& editor, Edit edit)
-{
-    UndoBegin(editor, true);
-    edit(editor.document());
-    UndoCommit(editor, true);
-}
-
 void setSelected(TileEntry& entry, bool selected)
 {
     entry.flags = selected ? entry.flags | TileEntry::kSelected : entry.flags & ~TileEntry::kSelected;
@@ -42,7 +31,7 @@ void selectAll(DesignEditor& editor, TileList DesignDocument::*list, bool shown)
 {
     if (!shown)
         return;
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         for (TileEntry& entry : document.*list)
             setSelected(entry, true);
     });
@@ -52,7 +41,7 @@ void invertSelection(DesignEditor& editor, TileList DesignDocument::*list, bool 
 {
     if (!shown)
         return;
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         for (TileEntry& entry : document.*list)
             entry.flags ^= TileEntry::kSelected;
     });
@@ -72,62 +61,62 @@ void blankMarkedTiles(DesignDocument& document, int bank, TileMarks& marks)
 
 void ResetEverything(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument&) { editor.resetAll(); });
+    AsUndoStep(editor, [&](DesignDocument&) { editor.resetAll(); });
 }
 
 void ResetNameTableSection(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument&) { editor.resetNameTable(); });
+    AsUndoStep(editor, [&](DesignDocument&) { editor.resetNameTable(); });
 }
 
 void ResetCustomTexts(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument&) { editor.resetCustomText(); });
+    AsUndoStep(editor, [&](DesignDocument&) { editor.resetCustomText(); });
 }
 
 void ResetAttributeTable(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument&) { editor.resetAttributes(); });
+    AsUndoStep(editor, [&](DesignDocument&) { editor.resetAttributes(); });
 }
 
 void ResetBkgChr(DesignEditor& editor)
 {
-    asUndoStep(editor, [](DesignDocument& document) { document.resetBkgChr(); });
+    AsUndoStep(editor, [](DesignDocument& document) { document.resetBkgChr(); });
 }
 
 void ResetSpriteChr(DesignEditor& editor)
 {
-    asUndoStep(editor, [](DesignDocument& document) { document.resetSpriteChr(); });
+    AsUndoStep(editor, [](DesignDocument& document) { document.resetSpriteChr(); });
 }
 
 void ResetBkgPalette(DesignEditor& editor)
 {
-    asUndoStep(editor, [](DesignDocument& document) { document.resetBkgPalette(); });
+    AsUndoStep(editor, [](DesignDocument& document) { document.resetBkgPalette(); });
 }
 
 void ResetSpritePalette(DesignEditor& editor)
 {
-    asUndoStep(editor, [](DesignDocument& document) { document.resetSpritePalette(); });
+    AsUndoStep(editor, [](DesignDocument& document) { document.resetSpritePalette(); });
 }
 
 void ResetBkgTileList(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument&) { editor.resetBkgTiles(); });
+    AsUndoStep(editor, [&](DesignDocument&) { editor.resetBkgTiles(); });
 }
 
 void ResetSpriteList(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument&) { editor.resetSprites(); });
+    AsUndoStep(editor, [&](DesignDocument&) { editor.resetSprites(); });
 }
 
 void ResetCharacterMap(DesignEditor& editor)
 {
-    asUndoStep(editor, [](DesignDocument& document) { document.ResetCharMap(); });
+    AsUndoStep(editor, [](DesignDocument& document) { document.ResetCharMap(); });
 }
 
 void SwapChrBanks(DesignEditor& editor)
 {
-    asUndoStep(editor, [](DesignDocument& document) {
+    AsUndoStep(editor, [](DesignDocument& document) {
         std::swap_ranges(document.ChrData.begin(), document.ChrData.begin() + kBankBytes,
                          document.ChrData.begin() + kBankBytes);
     });
@@ -135,13 +124,13 @@ void SwapChrBanks(DesignEditor& editor)
 
 void SetBigCursor(DesignEditor& editor, bool on)
 {
-    asUndoStep(editor, [&](DesignDocument&) { editor.BigCursor = on ? 1 : 0; });
+    AsUndoStep(editor, [&](DesignDocument&) { editor.BigCursor = on ? 1 : 0; });
     StoreBigCursor(editor);
 }
 
 void SetBigSprite(DesignEditor& editor, bool on)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         document.BigSprite = on ? 1 : 0;
         editor.layOutBigCursor();
     });
@@ -170,7 +159,7 @@ void InvertSpriteSelection(DesignEditor& editor)
 
 void MoveBkgTiles(DesignEditor& editor, int dx, int dy)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         forChosenEntries(document.BkgTileList, [&](TileEntry& entry) {
             entry.x += dx;
             entry.y += dy;
@@ -180,7 +169,7 @@ void MoveBkgTiles(DesignEditor& editor, int dx, int dy)
 
 void MoveSprites(DesignEditor& editor, int dx, int dy)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         forChosenEntries(document.SpriteTileList, [&](TileEntry& entry) {
             entry.x += dx;
             entry.y += dy;
@@ -192,7 +181,7 @@ void SwapSpriteHalves(DesignEditor& editor)
 {
     if (editor.document().BigSprite == 0)
         return;
-    asUndoStep(editor, [](DesignDocument& document) {
+    AsUndoStep(editor, [](DesignDocument& document) {
         forChosenEntries(document.SpriteTileList, [](TileEntry& entry) { entry.tile ^= 1; });
     });
 }
@@ -202,7 +191,7 @@ void SetSpriteFlipBit(DesignEditor& editor, std::uint8_t bit, bool on)
     const auto apply = [&](TileEntry& entry) {
         entry.flip = static_cast<std::uint8_t>(on ? entry.flip | bit : entry.flip & ~bit);
     };
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         for (TileEntry& sprite : document.SpriteTileList) {
             if (sprite.isSelected())
                 apply(sprite);
@@ -231,7 +220,7 @@ bool FlipBitsEnabled(const DesignEditor& editor)
 
 void AddCustomText(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument&) {
+    AsUndoStep(editor, [&](DesignDocument&) {
         if (editor.CustomTextEdit.isEmpty())
             return;
         TextEntry text;
@@ -242,7 +231,7 @@ void AddCustomText(DesignEditor& editor)
 
 void DeleteSelection(DesignEditor& editor)
 {
-    asUndoStep(editor, [](DesignDocument& document) {
+    AsUndoStep(editor, [](DesignDocument& document) {
         std::erase_if(document.SpriteTileList, [](const TileEntry& e) { return e.isSelected(); });
         std::erase_if(document.BkgTileList, [](const TileEntry& e) { return e.isSelected(); });
         blankMarkedTiles(document, kBkgBank, document.SelectedBkgTiles);
@@ -252,7 +241,7 @@ void DeleteSelection(DesignEditor& editor)
 
 void SelectCursor(DesignEditor& editor)
 {
-    asUndoStep(editor, [](DesignDocument& document) {
+    AsUndoStep(editor, [](DesignDocument& document) {
         for (TileEntry& sprite : document.ArrowTileList)
             setSelected(sprite, true);
         setSelected(document.ArrowTile, true);

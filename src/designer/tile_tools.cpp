@@ -12,20 +12,9 @@ namespace {
 using ColorMap = std::array<std::uint8_t, 4>;
 using TileCounts = std::array<int, kTilesPerBank>;
 
-constexpr int kBkgBank = 0;
-constexpr int kSpriteBank = 1;
 constexpr int kPairBytes = 2 * kTileBytes;
 constexpr int kTilePairs = kTilesPerBank / 2;
 constexpr int kQuadrantGrid = 16;
-
-// Runs an edit as one undo step.
-template <typename Edit>
-void asUndoStep(DesignEditor& editor, Edit edit)
-{
-    UndoBegin(editor, true);
-    edit(editor.document());
-    UndoCommit(editor, true);
-}
 
 bool isBlank(std::span<const std::uint8_t> bytes)
 {
@@ -210,7 +199,7 @@ void packAttributes(const QuadrantGrid& grid, AttributeTable& attributes)
 
 void ClearUnusedBkgTiles(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         TileCounts counts{};
         for (const TileEntry& entry : document.BkgTileList)
             ++counts[entry.tile];
@@ -238,7 +227,7 @@ void ClearUnusedBkgTiles(DesignEditor& editor)
 
 void ClearUnusedSpriteTiles(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         TileCounts counts{};
         const bool bigSprites = document.BigSprite != 0;
         for (const TileList* list : {&document.SpriteTileList, &document.ArrowTileList}) {
@@ -259,7 +248,7 @@ void ClearUnusedSpriteTiles(DesignEditor& editor)
 
 void OrganizeBkgTiles(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         editor.BkgTileCounter = dropBlankEntries(document, kBkgBank, document.BkgTileList);
         packTiles(document, kBkgBank, [&](std::uint8_t from, std::uint8_t to) {
             retarget(document.BkgTileList, from, to);
@@ -270,7 +259,7 @@ void OrganizeBkgTiles(DesignEditor& editor)
 
 void OrganizeSpriteTiles(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         if (document.BigSprite != 0) {
             organizeSpritePairs(document);
             return;
@@ -283,21 +272,21 @@ void OrganizeSpriteTiles(DesignEditor& editor)
 
 void CopyMarkedBkgToSprite(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         copyMarkedTiles(document, kBkgBank, document.SelectedBkgTiles, kSpriteBank, std::max(editor.SpChrPos.y * 16 + editor.SpChrPos.x, 0));
     });
 }
 
 void CopyMarkedSpriteToBkg(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         copyMarkedTiles(document, kSpriteBank, document.SelectedSpriteTiles, kBkgBank, std::max(editor.BkgChrPos.y * 16 + editor.BkgChrPos.x, 0));
     });
 }
 
 void SpritesToSingleHeight(DesignEditor& editor)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         TileList single;
         single.reserve(document.SpriteTileList.size() * 2);
         editor.SpriteTileCounter = 0;
@@ -320,7 +309,7 @@ void ExchangeOddEvenSprites(DesignEditor& editor)
 {
     if (editor.document().BigSprite == 0)
         return;
-    asUndoStep(editor, [](DesignDocument& document) {
+    AsUndoStep(editor, [](DesignDocument& document) {
         for (TileEntry& sprite : document.SpriteTileList)
             sprite.tile ^= 1;
     });
@@ -330,7 +319,7 @@ void BkgTilesToSprites(DesignEditor& editor)
 {
     if (editor.document().BigSprite != 0)
         return;
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         TileList staying;
         for (const TileEntry& entry : document.BkgTileList) {
             if (!entry.isSelected()) {
@@ -373,26 +362,26 @@ void RotateColors(DesignEditor& editor, RotatedColors colors, ColorRotation rota
     const bool left = rotation == ColorRotation::Left;
     const ColorMap map = colors == RotatedColors::All ? (left ? ColorMap{3, 0, 1, 2} : ColorMap{1, 2, 3, 0})
                                                       : (left ? ColorMap{0, 3, 1, 2} : ColorMap{0, 2, 3, 1});
-    asUndoStep(editor, [&](DesignDocument& document) { remapMarkedPixels(document, map); });
+    AsUndoStep(editor, [&](DesignDocument& document) { remapMarkedPixels(document, map); });
 }
 
 void RemoveColor(DesignEditor& editor, int index)
 {
     ColorMap map{0, 1, 2, 3};
     map[static_cast<std::size_t>(index & 3)] = 0;
-    asUndoStep(editor, [&](DesignDocument& document) { remapMarkedPixels(document, map); });
+    AsUndoStep(editor, [&](DesignDocument& document) { remapMarkedPixels(document, map); });
 }
 
 void SwapColors(DesignEditor& editor, int first, int second)
 {
     ColorMap map{0, 1, 2, 3};
     std::swap(map[static_cast<std::size_t>(first & 3)], map[static_cast<std::size_t>(second & 3)]);
-    asUndoStep(editor, [&](DesignDocument& document) { remapMarkedPixels(document, map); });
+    AsUndoStep(editor, [&](DesignDocument& document) { remapMarkedPixels(document, map); });
 }
 
 void ShiftPixels(DesignEditor& editor, ShiftDirection direction)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         const TileMarks* marks[2] = {&document.SelectedBkgTiles, &document.SelectedSpriteTiles};
         for (int bank = kBkgBank; bank <= kSpriteBank; ++bank) {
             for (int t = 0; t < kTilesPerBank; ++t) {
@@ -405,7 +394,7 @@ void ShiftPixels(DesignEditor& editor, ShiftDirection direction)
 
 void ShiftAttributes(DesignEditor& editor, ShiftDirection direction)
 {
-    asUndoStep(editor, [&](DesignDocument& document) {
+    AsUndoStep(editor, [&](DesignDocument& document) {
         QuadrantGrid grid = unpackAttributes(document.Attributes);
         switch (direction) {
         case ShiftDirection::Left:

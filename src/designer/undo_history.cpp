@@ -43,6 +43,13 @@ void UndoCommit(DesignEditor& editor, bool record)
     list.push_back(std::move(now));
 }
 
+void AsUndoStep(DesignEditor& editor, const std::function<void(DesignDocument&)>& edit)
+{
+    UndoBegin(editor, true);
+    edit(editor.document());
+    UndoCommit(editor, true);
+}
+
 DesignResult Undo(DesignEditor& editor)
 {
     UndoHistory& history = editor.history;

@@ -5,10 +5,12 @@
 #include <QByteArray>
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace zunbrix {
 
+class DesignDocument;
 class DesignEditor;
 
 // A linear history of whole snapshots. The last snapshot is always the present state once a step exists;
@@ -25,6 +27,8 @@ struct UndoHistory {
 void UndoBegin(DesignEditor& editor, bool record);
 // Records a step when the state differs from the one taken at UndoBegin; an unchanged state adds none.
 void UndoCommit(DesignEditor& editor, bool record);
+// Runs `edit` on the editor's document as one step.
+void AsUndoStep(DesignEditor& editor, const std::function<void(DesignDocument&)>& edit);
 
 // Step back or forward through the history. A snapshot that can't be applied is refused and the index
 // stays where it was.
