@@ -5,6 +5,8 @@
 #include "designer/undo_history.h"
 #include "frame/registry_store.h"
 
+#include "full_screen_design.h"
+
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -13,31 +15,13 @@ using namespace zunbrix;
 
 namespace {
 
-// A full screen of background tiles and the 64 sprites of the console's sprite memory.
-void fillScreen(DesignDocument& design)
-{
-    for (int cell = 0; cell < kNameTableBytes; ++cell) {
-        TileEntry tile;
-        tile.x = cell % kScreenColumns;
-        tile.y = cell / kScreenColumns;
-        tile.tile = static_cast<std::uint8_t>(cell);
-        design.BkgTileList.push_back(tile);
-    }
-    for (int i = 0; i < 64; ++i) {
-        TileEntry sprite;
-        sprite.x = i * 4;
-        sprite.y = 1 + i * 3;
-        design.SpriteTileList.push_back(sprite);
-    }
-}
-
 // What every command pays when it changes nothing: a snapshot taken and compared with the one before.
 void TakeSnapshotAndCompare(benchmark::State& state)
 {
     DesignDocument design;
     DesignEditor editor(design);
     editor.beginEditing();
-    fillScreen(design);
+    bench::fillScreen(design);
     UndoBegin(editor, true);
     for (auto _ : state)
         UndoCommit(editor, true);
@@ -51,7 +35,7 @@ void ApplyFullSnapshot(benchmark::State& state)
     DesignDocument design;
     DesignEditor editor(design);
     editor.beginEditing();
-    fillScreen(design);
+    bench::fillScreen(design);
     const QByteArray snapshot = TakeSnapshot(editor);
     for (auto _ : state)
         benchmark::DoNotOptimize(ApplySnapshot(editor, snapshot));
