@@ -139,15 +139,34 @@ bool liesOffScreen(const TextEntry& text)
            (text.x < 0 && -static_cast<qint64>(text.x) >= text.text.size());
 }
 
-struct ShowFlag {
+struct StoredFlag {
     const char* value;
     bool DesignEditor::*flag;
 };
 
-constexpr ShowFlag kShowFlags[] = {
+// What is shown on the canvas; a missing value shows it.
+constexpr StoredFlag kShowFlags[] = {
     {kShowBgTile, &DesignEditor::Show_Bg_Tile},       {kShowSpTile, &DesignEditor::Show_Sp_Tile},
     {kShowList, &DesignEditor::Show_List},            {kShowCustomText, &DesignEditor::Show_Custom_Text},
     {kShowCaption, &DesignEditor::Show_Caption},      {kShowCursor, &DesignEditor::Show_Cursor},
+};
+
+// The drawing modes; a missing value leaves the mode as it is.
+constexpr StoredFlag kModeFlags[] = {
+    {kFillColor, &DesignEditor::FillColor},
+    {kDrawLine, &DesignEditor::DrawLine},
+    {kDragText, &DesignEditor::DragText},
+};
+
+struct StoredPlace {
+    const char* value;
+    Position DesignEditor::*pos;
+};
+
+constexpr StoredPlace kStoredPlaces[] = {
+    {kBkgPalettePos, &DesignEditor::BkgPalettePos}, {kSpPalettePos, &DesignEditor::SpPalettePos},
+    {kCaptionPos, &DesignEditor::CaptionPos},       {kPageNumberPos, &DesignEditor::PageNumberPos},
+    {kItemPos, &DesignEditor::ItemPos},
 };
 
 void restoreHistory(DesignEditor& editor)
@@ -198,18 +217,14 @@ std::vector<QByteArray> ReadHistoryDataList(QByteArrayView data)
 bool OpenDesigner(DesignEditor& editor)
 {
     DesignDocument& document = editor.document();
-    for (const ShowFlag& show : kShowFlags) {
+    for (const StoredFlag& show : kShowFlags) {
         if (!readFlag(show.value, editor.*show.flag))
             editor.*show.flag = true;
     }
-    readPos(kBkgPalettePos, editor.BkgPalettePos);
-    readPos(kSpPalettePos, editor.SpPalettePos);
-    readPos(kCaptionPos, editor.CaptionPos);
-    readPos(kPageNumberPos, editor.PageNumberPos);
-    readFlag(kFillColor, editor.FillColor);
-    readFlag(kDrawLine, editor.DrawLine);
-    readFlag(kDragText, editor.DragText);
-    readPos(kItemPos, editor.ItemPos);
+    for (const StoredFlag& mode : kModeFlags)
+        readFlag(mode.value, editor.*mode.flag);
+    for (const StoredPlace& place : kStoredPlaces)
+        readPos(place.value, editor.*place.pos);
     readFixed(design_settings::kBigCursor, &editor.BigCursor, 1);
     readFixed(design_settings::kBigSprite, &document.BigSprite, 1);
 
@@ -232,7 +247,7 @@ bool CloseDesigner(DesignEditor& editor)
     StoreBigCursor(editor);
     StoreBigSprite(document);
     writeBytes(design_settings::kCharMapData, document.CharMapData);
-    for (const ShowFlag& show : kShowFlags)
+    for (const StoredFlag& show : kShowFlags)
         writeFlag(show.value, editor.*show.flag);
 
     writeBytes(kLastWorkState, TakeSnapshot(editor));
@@ -243,19 +258,15 @@ bool CloseDesigner(DesignEditor& editor)
     if (!RegistryStore::CreateKey(key()))
         return false;
 
-    writePos(kBkgPalettePos, editor.BkgPalettePos);
-    writePos(kSpPalettePos, editor.SpPalettePos);
+    for (const StoredPlace& place : kStoredPlaces)
+        writePos(place.value, editor.*place.pos);
+    for (const StoredFlag& mode : kModeFlags)
+        writeFlag(mode.value, editor.*mode.flag);
     const auto arrowTile = document.ArrowTile.toBytes();
     writeBytes(design_settings::kArrowTile, arrowTile);
     writeBytes(design_settings::kAttributes, document.Attributes);
     writeBytes(design_settings::kBkgPalette, document.BkgPalette);
     writeBytes(design_settings::kSpritePalette, document.SpritePalette);
-    writePos(kCaptionPos, editor.CaptionPos);
-    writePos(kPageNumberPos, editor.PageNumberPos);
-    writeFlag(kFillColor, editor.FillColor);
-    writeFlag(kDrawLine, editor.DrawLine);
-    writeFlag(kDragText, editor.DragText);
-    writePos(kItemPos, editor.ItemPos);
 
     editor.storePpuAddresses();
     writeU32(design_settings::kCaptionPpuAddr, document.CaptionPpuAddr);
