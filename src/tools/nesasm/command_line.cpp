@@ -1,4 +1,5 @@
 #include "tools/nesasm/command_line.h"
+#include "tools/nesasm/line_scanner.h"
 
 #include <string_view>
 
@@ -34,17 +35,6 @@ constexpr Option kOptions[] = {
     {"-?", OptionKind::Help, false, nullptr},
 };
 
-int hexDigit(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return -1;
-}
-
 // One or two hexadecimal digits, '$' allowed in front.
 bool readFillByte(std::string_view text, std::uint8_t& fill)
 {
@@ -54,9 +44,9 @@ bool readFillByte(std::string_view text, std::uint8_t& fill)
         return false;
     int value = 0;
     for (const char c : text) {
-        if (hexDigit(c) < 0)
+        if (digitValue(c) < 0)
             return false;
-        value = value * 16 + hexDigit(c);
+        value = value * 16 + digitValue(c);
     }
     fill = static_cast<std::uint8_t>(value);
     return true;

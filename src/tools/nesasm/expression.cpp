@@ -208,14 +208,7 @@ private:
         std::uint64_t value = 0;
         const std::size_t first = pos_;
         for (; pos_ < text_.size(); ++pos_) {
-            const char c = text_[pos_];
-            int digit = -1;
-            if (c >= '0' && c <= '9')
-                digit = c - '0';
-            else if (c >= 'A' && c <= 'F')
-                digit = c - 'A' + 10;
-            else if (c >= 'a' && c <= 'f')
-                digit = c - 'a' + 10;
+            const int digit = digitValue(text_[pos_]);
             if (digit < 0 || digit >= base)
                 break;
             value = value * static_cast<std::uint64_t>(base) + static_cast<std::uint64_t>(digit);

@@ -28,6 +28,18 @@ constexpr bool isSymbolChar(char c)
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
 }
 
+// The value of a hexadecimal (or lower base) digit, -1 for any other character.
+constexpr int digitValue(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    return -1;
+}
+
 constexpr bool isBlank(char c)
 {
     return c == ' ' || c == '\t';

@@ -1,21 +1,7 @@
 #include "tools/nesasm/string_literal.h"
+#include "tools/nesasm/line_scanner.h"
 
 namespace zunbrix::nesasm {
-
-namespace {
-
-int hexDigit(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return -1;
-}
-
-} // namespace
 
 StringLiteral readStringLiteral(std::string_view text, std::size_t openQuote)
 {
@@ -34,8 +20,8 @@ StringLiteral readStringLiteral(std::string_view text, std::size_t openQuote)
             case 'x':
             case '\'': {
                 int value = 0;
-                for (int digits = 0; digits < 2 && i < text.size() && hexDigit(text[i]) >= 0; ++digits)
-                    value = value * 16 + hexDigit(text[i++]);
+                for (int digits = 0; digits < 2 && i < text.size() && digitValue(text[i]) >= 0; ++digits)
+                    value = value * 16 + digitValue(text[i++]);
                 c = static_cast<char>(value);
                 break;
             }
