@@ -13,6 +13,7 @@
 #include "frame/registry_store.h"
 #include "frame/text_format.h"
 #include "menu/menu_source_tree.h"
+#include "frame/text_ids.h"
 
 #include <QCoreApplication>
 
@@ -24,18 +25,6 @@
 namespace zunbrix {
 
 namespace {
-
-// Texts of the build's messages.
-constexpr int kTextNoFiles = 149;
-constexpr int kTextOperationFailed = 150;
-constexpr int kTextBusy = 194;
-constexpr int kTextTooManyGames = 197;
-constexpr int kTextMenuError = 277;
-constexpr int kTextInvalidExternalMenu = 279;
-constexpr int kTextOverflow = 280;
-constexpr int kTextAssemblerNotStarted = 901;
-constexpr int kTextAssemblerStopped = 902;
-constexpr int kTextMusicUnavailable = 903;
 
 // More threads than this only queue at the disk.
 constexpr unsigned kMaxReadThreads = 4;
@@ -126,7 +115,7 @@ private:
     }
     void tellError(int textId, std::initializer_list<TextArg> args)
     {
-        tell(textId, FormatText(text(textId), args), kTitleError);
+        tell(textId, FormatText(text(textId), args), text::TitleError);
     }
 
     QString workPath(const char* relative) const
@@ -213,17 +202,17 @@ bool Build::assemble(const QString& source)
     const AssemblerRun run = runAssembler(workPath(kMenuAssembler), source, request_.assemblerLimitMs);
     user_.Progress(BuildStage::Assembling, 1, 1);
     if (!run.started) {
-        tellError(kTextAssemblerNotStarted, {workPath(kMenuAssembler)});
+        tellError(text::AssemblerNotStarted, {workPath(kMenuAssembler)});
         return false;
     }
     if (!run.finished) {
         const int limitSeconds = (request_.assemblerLimitMs + 999) / 1000;
-        const QString stopped = FormatText(text(kTextAssemblerStopped), {limitSeconds});
-        tell(kTextAssemblerStopped, stopped + QStringLiteral("\r\n") + run.output, kTitleError);
+        const QString stopped = FormatText(text(text::AssemblerStopped), {limitSeconds});
+        tell(text::AssemblerStopped, stopped + QStringLiteral("\r\n") + run.output, text::TitleError);
         return false;
     }
     if (run.exitCode != 0) {
-        tell(0, run.output, kTitleError);
+        tell(0, run.output, text::TitleError);
         return false;
     }
     return true;
@@ -238,7 +227,7 @@ bool Build::exportForExternalSource(int menuBanks)
         exportInformation({request_.entries, options_, design_, request_.language},
                           board_ == BoardType::Coolgirl ? 1 : 0, menuBanks, folder, {});
     if (!exported.ok && !exported.message.isEmpty())
-        tell(0, exported.message, kTitleError);
+        tell(0, exported.message, text::TitleError);
     return exported.ok;
 }
 
@@ -251,7 +240,7 @@ bool Build::obtainMenu()
         return true;
     }
     if (!FileExists(options_.externMenuPath) || !(externalIs("asm") || externalIs("nes"))) {
-        tellError(kTextInvalidExternalMenu, {options_.externMenuPath});
+        tellError(text::InvalidExternalMenu, {options_.externMenuPath});
         return false;
     }
     if (externalIs("nes")) {
@@ -302,7 +291,7 @@ bool Build::writeOutput(const LayoutResult& layout, BuildResult& result)
     }
     user_.Progress(BuildStage::WritingRom, 1, 1);
     if (!written.ok) {
-        tell(kTextOperationFailed, text(kTextOperationFailed), kTitleError);
+        tell(text::OperationFailed, text(text::OperationFailed), text::TitleError);
         return false;
     }
     return true;
@@ -312,7 +301,7 @@ BuildResult Build::run()
 {
     BuildResult result;
     if (!isMenuMusicAvailable(options_.menuMusic) && !externalMenu()) {
-        tellError(kTextMusicUnavailable, {options_.menuMusic});
+        tellError(text::MusicUnavailable, {options_.menuMusic});
         return result;
     }
     design_.LoadDesign();
@@ -334,7 +323,7 @@ BuildResult Build::run()
     if (!checkOverflow(menu_.prgLayoutBanks, static_cast<std::uint32_t>(counted.names),
                        static_cast<std::uint32_t>(counted.data), static_cast<std::uint32_t>(counted.finalData),
                        request_.language, overflow)) {
-        tell(kTextOverflow, overflow, kTitleError);
+        tell(text::MenuBanksOverflow, overflow, text::TitleError);
         return result;
     }
 
@@ -344,7 +333,7 @@ BuildResult Build::run()
     ExtractMenuSources(request_.workFolder);
 
     if (games_.empty()) {
-        tell(kTextNoFiles, text(kTextNoFiles), kTitleTips);
+        tell(text::NoFilesSelected, text(text::NoFilesSelected), text::TitleTips);
         return result;
     }
     normaliseChr(games_);
@@ -352,7 +341,7 @@ BuildResult Build::run()
     const bool supported = board_ == BoardType::Coolgirl ? validateCoolgirl(games_, request_.language, badGames)
                                                          : validateCoolboy(games_, request_.language, badGames);
     if (!supported) {
-        tell(0, badGames, kTitleError);
+        tell(0, badGames, text::TitleError);
         return result;
     }
     if (board_ != BoardType::Coolgirl)
@@ -390,12 +379,12 @@ BuildResult Build::run()
         return result;
     QString problem;
     if (!checkMenu(menu_, request_.language, problem)) {
-        tell(kTextMenuError, problem, kTitleError);
+        tell(text::MenuError, problem, text::TitleError);
         return result;
     }
     const LayoutResult layout = layoutRom(menu_, games_, board_);
     if (!checkRomSize(layout, board_, request_.language, problem)) {
-        tell(text::FinalRomTooLarge, problem, kTitleError);
+        tell(text::FinalRomTooLarge, problem, text::TitleError);
         return result;
     }
     if (!writeOutput(layout, result))
@@ -426,21 +415,21 @@ BuildResult runBuild(const BuildRequest& request, BuildUser& user, std::atomic<b
                           MessageStyle::Ok});
     };
     if (busy.exchange(true)) {
-        show(kTextBusy, {}, kTitleWarn);
+        show(text::Busy, {}, text::TitleWarn);
         return {};
     }
     const BusyHold hold(busy);
     const auto checkedCount = std::count_if(request.entries.begin(), request.entries.end(),
                                             [](const GameEntry& entry) { return entry.checked; });
     if (checkedCount > kMaxBuildGames) {
-        show(kTextTooManyGames, {kMaxBuildGames}, kTitleWarn);
+        show(text::TooManyGames, {kMaxBuildGames}, text::TitleWarn);
         return {};
     }
     try {
         return Build(request, user).run();
     } catch (const std::exception&) {
         // Out of memory or the like: the build ends as failed, its work folder already gone.
-        show(kTextOperationFailed, {}, kTitleError);
+        show(text::OperationFailed, {}, text::TitleError);
         return {};
     }
 }

@@ -3,6 +3,7 @@
 #include "build/build_options.h"
 #include "build/nes_image.h"
 #include "frame/string_table.h"
+#include "frame/text_ids.h"
 
 #include <QString>
 
@@ -12,11 +13,6 @@
 #include <vector>
 
 namespace zunbrix {
-
-// The titles a build's messages stand under.
-inline constexpr int kTitleTips = 146;
-inline constexpr int kTitleError = 147;
-inline constexpr int kTitleWarn = 169;
 
 // The most checked games one build takes.
 inline constexpr int kMaxBuildGames = 3072;
@@ -29,7 +25,7 @@ enum class MessageAnswer { Ok = 1, Yes = 6, No = 7 };
 struct BuildMessage {
     int textId = 0;
     QString text;
-    int titleId = kTitleError;
+    int titleId = text::TitleError;
     MessageStyle style = MessageStyle::Ok;
 };
 

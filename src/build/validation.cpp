@@ -1,6 +1,7 @@
 #include "build/validation.h"
 
 #include "frame/text_format.h"
+#include "frame/text_ids.h"
 
 #include <algorithm>
 #include <array>
@@ -9,13 +10,6 @@
 namespace zunbrix {
 
 namespace {
-
-constexpr int kTextMapperNotSupported = 259;
-constexpr int kTextSizeNotSupported = 260;
-constexpr int kTextNotNesFile = 261;
-constexpr int kTextTrainerNotSupported = 262;
-constexpr int kTextMenuError = 277;
-constexpr int kTextOutputOverflow = 280;
 
 constexpr std::size_t kMaxReportedGames = 20;
 constexpr std::array<std::uint32_t, 7> kChrBankSteps{0, 1, 2, 4, 8, 16, 32};
@@ -42,20 +36,20 @@ QString unsupportedReason(const NesImage& image, std::span<const std::uint16_t> 
     const auto number = (long long)image.listIndex + 1;
     const auto pattern = [language](int id) { return StringTable::Get(id, language); };
     const auto mapperNotSupported = [&] {
-        return FormatText(pattern(kTextMapperNotSupported), {number, image.name, (long long)image.mapper});
+        return FormatText(pattern(text::MapperNotSupported), {number, image.name, (long long)image.mapper});
     };
     if (!image.valid)
-        return FormatText(pattern(kTextNotNesFile), {number, image.name});
+        return FormatText(pattern(text::NotNesFile), {number, image.name});
     if (std::find(mappers.begin(), mappers.end(), image.mapper) == mappers.end())
         return mapperNotSupported();
     if (image.hasTrainer)
-        return FormatText(pattern(kTextTrainerNotSupported), {number, image.name});
+        return FormatText(pattern(text::TrainerNotSupported), {number, image.name});
     const MapperSizeRow* row = findMapperSizeRow(image.mapper);
     if (row == nullptr)
         return mapperNotSupported();
     // PRG is tested as the header gives it, CHR as the layout reserves it; the line shows both as read.
     if (!row->prgBanks.contains(image.prgBanks) || !row->chrBanks.contains(image.chrLayoutBanks))
-        return FormatText(pattern(kTextSizeNotSupported),
+        return FormatText(pattern(text::SizeNotSupported),
                           {number, image.name, (long long)image.prgBanks * 16, (long long)image.chrBanks * 8});
     return {};
 }
@@ -113,7 +107,7 @@ bool checkMenu(const NesImage& menu, Language language, QString& text)
     if (menu.valid && menu.chrBanks == 0 &&
         std::find(kMenuPrgBanks.begin(), kMenuPrgBanks.end(), menu.prgBanks) != kMenuPrgBanks.end())
         return true;
-    text = FormatText(StringTable::Get(kTextMenuError, language),
+    text = FormatText(StringTable::Get(text::MenuError, language),
                       {menu.path, (long long)menu.mapper, (long long)menu.prgBanks * 16, (long long)menu.chrBanks * 8}) +
            QStringLiteral("\r\n");
     return false;
@@ -126,7 +120,7 @@ bool checkOverflow(std::uint32_t menuLayoutBanks, std::uint32_t nameBanks, std::
     for (const OverflowLimits& row : kOverflowLimits)
         if (row.menuBanks == menuLayoutBanks)
             limits = row;
-    text = FormatText(StringTable::Get(kTextOutputOverflow, language),
+    text = FormatText(StringTable::Get(text::MenuBanksOverflow, language),
                       {(long long)nameBanks, (long long)limits.nameBanks, (long long)dataBanks,
                        (long long)limits.dataBanks, (long long)finalBanks, (long long)limits.finalBanks});
     return nameBanks <= limits.nameBanks && dataBanks <= limits.dataBanks && finalBanks <= limits.finalBanks;
@@ -137,7 +131,7 @@ bool checkRomSize(const LayoutResult& layout, BoardType boardType, Language lang
     text.clear();
     if (boardType == BoardType::Coolgirl || layout.romBytes <= kCoolboyMaxRomBytes)
         return true;
-    text = FormatText(StringTable::Get(zunbrix::text::FinalRomTooLarge, language),
+    text = FormatText(StringTable::Get(text::FinalRomTooLarge, language),
                       {layout.romBytes / 1048576.0, (long long)(layout.romBytes / 1024)});
     return false;
 }

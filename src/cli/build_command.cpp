@@ -5,14 +5,13 @@
 #include "cli/console_user.h"
 #include "frame/text_format.h"
 #include "gamelist/list_file.h"
+#include "frame/text_ids.h"
 
 #include <QFileInfo>
 
 namespace zunbrix::cli {
 
 namespace {
-
-constexpr int kTextListLimit = 192;
 
 QString boardName(BoardType board)
 {
@@ -52,8 +51,8 @@ int RunBuildCommand(const CliRequest& request)
     if (!inputs.problems.isEmpty())
         return kExitFailure;
     if (inputs.exceedsCapacity)
-        PrintError(StringTable::Get(kTitleWarn, language) + QStringLiteral(": ") +
-                   FormatText(StringTable::Get(kTextListLimit, language), {kListCapacity}));
+        PrintError(StringTable::Get(text::TitleWarn, language) + QStringLiteral(": ") +
+                   FormatText(StringTable::Get(text::ListLimit, language), {kListCapacity}));
 
     BuildRequest build;
     build.entries = std::move(inputs.entries);

@@ -4,6 +4,7 @@
 #include "cli/console_user.h"
 #include "frame/text_format.h"
 #include "gamelist/list_columns.h"
+#include "frame/text_ids.h"
 
 #include <algorithm>
 #include <array>
@@ -14,7 +15,6 @@ namespace {
 
 // The list's columns up to the COOLGIRL fit; remark and path would only make the lines long.
 constexpr int kShownColumns = 10;
-constexpr int kTextSelectedAll = 132;
 
 using Row = std::array<QString, kShownColumns>;
 
@@ -70,7 +70,7 @@ int RunCheckCommand(const CliRequest& request)
     PrintOutput(table);
 
     const int total = static_cast<int>(inputs.entries.size());
-    PrintOutput(FormatText(StringTable::Get(kTextSelectedAll, language), {checked, total}) +
+    PrintOutput(FormatText(StringTable::Get(text::SelectedAndAll, language), {checked, total}) +
                 QStringLiteral("; COOLBOY %1/%2, COOLGIRL %3/%2, not valid %4")
                     .arg(coolboy)
                     .arg(total)

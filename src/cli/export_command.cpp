@@ -7,6 +7,7 @@
 #include "designer/document.h"
 #include "frame/paths.h"
 #include "gamelist/main_settings.h"
+#include "frame/text_ids.h"
 
 #include <QFileInfo>
 
@@ -39,10 +40,9 @@ int RunExportCommand(const CliRequest& request)
         exportInformation({inputs.entries, options, design, language}, settings.romType, settings.menuBanks, folder,
                           {});
     if (!result.ok) {
-        constexpr int kTextOperationFailed = 150;
         const QString why =
-            result.message.isEmpty() ? StringTable::Get(kTextOperationFailed, language) : result.message;
-        PrintError(StringTable::Get(kTitleError, language) + QStringLiteral(": ") + why.trimmed());
+            result.message.isEmpty() ? StringTable::Get(text::OperationFailed, language) : result.message;
+        PrintError(StringTable::Get(text::TitleError, language) + QStringLiteral(": ") + why.trimmed());
         return kExitFailure;
     }
     const auto games = std::count_if(inputs.entries.begin(), inputs.entries.end(),

@@ -19,9 +19,4 @@ public:
     static QString LanguageName(Language language);
 };
 
-// Texts named in code by purpose rather than by bare number.
-namespace text {
-inline constexpr int FinalRomTooLarge = 353;
-} // namespace text
-
 } // namespace zunbrix

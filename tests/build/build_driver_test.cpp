@@ -4,6 +4,7 @@
 #include "frame/paths.h"
 #include "frame/registry_store.h"
 #include "support/private_settings.h"
+#include "frame/text_ids.h"
 
 #include <QDir>
 #include <QFile>
@@ -133,7 +134,7 @@ TEST_F(BuildDriver, RefusesWhileBusyAndAboveTheGameLimit)
     std::atomic<bool> busy{true};
     runBuild(request, user, busy);
     EXPECT_EQ(onlyMessage().textId, 194);
-    EXPECT_EQ(onlyMessage().titleId, kTitleWarn);
+    EXPECT_EQ(onlyMessage().titleId, text::TitleWarn);
     EXPECT_TRUE(busy) << "the running build keeps its flag";
 
     GameEntry missing(root.filePath("none.nes"));
@@ -159,7 +160,7 @@ TEST_F(BuildDriver, OverflowingMenuDataStopsBeforeAnythingIsWritten)
     request.entries.resize(2000, request.entries.front());
     build();
     EXPECT_EQ(onlyMessage().textId, 280);
-    EXPECT_EQ(onlyMessage().titleId, kTitleError);
+    EXPECT_EQ(onlyMessage().titleId, text::TitleError);
     EXPECT_FALSE(workFolderLeft());
     EXPECT_TRUE(user.asked.empty());
 }
@@ -169,7 +170,7 @@ TEST_F(BuildDriver, EmptySelectionAndUnsupportedGamesEndWithTheirTexts)
     addGame("Unchecked", {.mapper = 0, .prgBanks = 1}, false);
     build();
     EXPECT_EQ(onlyMessage().textId, 149);
-    EXPECT_EQ(onlyMessage().titleId, kTitleTips);
+    EXPECT_EQ(onlyMessage().titleId, text::TitleTips);
     EXPECT_FALSE(workFolderLeft());
 
     user.messages.clear();
@@ -177,7 +178,7 @@ TEST_F(BuildDriver, EmptySelectionAndUnsupportedGamesEndWithTheirTexts)
     addGame("Trainer", {.mapper = 0, .prgBanks = 1, .flags6 = 4});
     build();
     const BuildMessage message = onlyMessage();
-    EXPECT_EQ(message.titleId, kTitleError);
+    EXPECT_EQ(message.titleId, text::TitleError);
     EXPECT_TRUE(message.text.contains(QStringLiteral("1.Rider Mapper1 not supported!")));
     EXPECT_TRUE(message.text.contains(QStringLiteral("2.Trainer Trainer not supported!")));
     EXPECT_FALSE(workFolderLeft());
@@ -193,7 +194,7 @@ TEST_F(BuildDriver, AssemblerErrorsAreShownAsTheToolPrintedThem)
     build();
     const BuildMessage message = onlyMessage();
     EXPECT_EQ(message.textId, 0);
-    EXPECT_EQ(message.titleId, kTitleError);
+    EXPECT_EQ(message.titleId, text::TitleError);
     EXPECT_TRUE(message.text.contains(QStringLiteral("error")));
     EXPECT_TRUE(QFileInfo::exists(root.filePath("ext/build/game_config.asm"))) << "data exported beside the source";
     EXPECT_FALSE(workFolderLeft());

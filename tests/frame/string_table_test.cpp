@@ -1,11 +1,13 @@
 #include "frame/string_table.h"
 #include "frame/text_format.h"
+#include "frame/text_ids.h"
 
 #include <gtest/gtest.h>
 
 using zunbrix::FormatText;
 using zunbrix::Language;
 using zunbrix::StringTable;
+namespace text = zunbrix::text;
 
 namespace {
 
@@ -19,7 +21,7 @@ TEST(StringTable, EveryTextThatOtherCodeNamesHasBothForms)
     const int named[] = {120, 122, 123, 132, 133, 134, 135, 136, 145, 146, 147, 149, 150, 156, 169, 172, 173, 174,
                          186, 187, 192, 193, 194, 196, 197, 201, 203, 204, 205, 206, 207, 208, 209, 210, 211, 259,
                          260, 261, 262, 263, 264, 265, 266, 269, 270, 271, 275, 276, 277, 279, 280, 284, 333, 334,
-                         zunbrix::text::FinalRomTooLarge};
+                         text::FinalRomTooLarge};
     for (int id : named) {
         EXPECT_FALSE(en(id).isEmpty()) << id;
         EXPECT_FALSE(zh(id).isEmpty()) << id;
@@ -76,6 +78,6 @@ TEST(StringTable, FormatsThatLaterCodeFills)
               "Output information overflow \r\nList data: 1/2 \r\nItem data: 3/4 \r\nfinal data:5/6 ");
     EXPECT_EQ(FormatText(en(277), {QString("m.nes"), 4LL, 32LL, 8LL}),
               "Menu ROM error! \r\nPath = m.nes \r\nMapper = 4 \r\nPRG = 32KB \r\nCHR = 8KB");
-    EXPECT_EQ(FormatText(en(zunbrix::text::FinalRomTooLarge), {33.0, 33792LL}),
+    EXPECT_EQ(FormatText(en(text::FinalRomTooLarge), {33.0, 33792LL}),
               "Final ROM size: 33.000 MB(33792 KB) overflows the maximum limit of 32 MB(32768 KB)!");
 }

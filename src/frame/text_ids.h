@@ -1,0 +1,35 @@
+#pragma once
+
+// The numbered texts that code names by purpose, in one place, so that a number is spelled once.
+// The texts themselves are in texts.tsv.
+namespace zunbrix::text {
+
+// Message titles.
+inline constexpr int TitleTips = 146;
+inline constexpr int TitleError = 147;
+inline constexpr int TitleWarn = 169;
+
+inline constexpr int SelectedAndAll = 132;
+inline constexpr int NoFilesSelected = 149;
+inline constexpr int OperationFailed = 150;
+inline constexpr int ListLimit = 192;
+inline constexpr int Busy = 194;
+inline constexpr int TooManyGames = 197;
+
+// Board validation.
+inline constexpr int MapperNotSupported = 259;
+inline constexpr int SizeNotSupported = 260;
+inline constexpr int NotNesFile = 261;
+inline constexpr int TrainerNotSupported = 262;
+
+inline constexpr int MenuError = 277;
+inline constexpr int InvalidExternalMenu = 279;
+inline constexpr int MenuBanksOverflow = 280;
+inline constexpr int FinalRomTooLarge = 353;
+
+// The build's own words about the assembler and the menu's music.
+inline constexpr int AssemblerNotStarted = 901;
+inline constexpr int AssemblerStopped = 902;
+inline constexpr int MusicUnavailable = 903;
+
+} // namespace zunbrix::text
