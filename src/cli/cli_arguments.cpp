@@ -49,7 +49,7 @@ constexpr std::array<OptionSpec, 18> kOptions{{
     {OptionId::Help, "help", 'h', "", kEvery, "show this help"},
 }};
 
-struct CommandSpec {
+struct CommandInfo {
     Command command;
     std::string_view name;
     std::uint8_t bit;
@@ -57,7 +57,7 @@ struct CommandSpec {
     std::string_view summary;
 };
 
-constexpr std::array<CommandSpec, 3> kCommands{{
+constexpr std::array<CommandInfo, 3> kCommands{{
     {Command::Build, "build", kBuild, "build [options] INPUT...", "build a multicart ROM"},
     {Command::Export, "export", kExport, "export [options] --dir DIR INPUT...",
      "write the menu's generated data for a menu of one's own, without building"},
@@ -186,11 +186,11 @@ std::optional<QString> apply(CliRequest& request, const OptionSpec& option, cons
     return std::nullopt;
 }
 
-const CommandSpec& specOf(Command command)
+const CommandInfo& infoOf(Command command)
 {
-    for (const CommandSpec& spec : kCommands)
-        if (spec.command == command)
-            return spec;
+    for (const CommandInfo& info : kCommands)
+        if (info.command == command)
+            return info;
     return kCommands.front();
 }
 
@@ -205,10 +205,10 @@ std::variant<CliRequest, UsageError> ParseArguments(const QStringList& words)
         request.help = true;
         return request;
     }
-    const CommandSpec* command = nullptr;
-    for (const CommandSpec& spec : kCommands)
-        if (words.front() == fromView(spec.name))
-            command = &spec;
+    const CommandInfo* command = nullptr;
+    for (const CommandInfo& info : kCommands)
+        if (words.front() == fromView(info.name))
+            command = &info;
     if (!command)
         return UsageError{QStringLiteral("unknown command '%1'").arg(words.front())};
     request.command = command->command;
@@ -265,8 +265,8 @@ std::variant<CliRequest, UsageError> ParseArguments(const QStringList& words)
 QString HelpText()
 {
     QString text = QStringLiteral("Usage: zunbrix COMMAND [options] INPUT...\n\nCommands:\n");
-    for (const CommandSpec& spec : kCommands)
-        text += QStringLiteral("  %1%2\n").arg(fromView(spec.name), -9).arg(fromView(spec.summary));
+    for (const CommandInfo& info : kCommands)
+        text += QStringLiteral("  %1%2\n").arg(fromView(info.name), -9).arg(fromView(info.summary));
     text += QLatin1Char('\n') + fromView(kInputsHelp);
     text += QStringLiteral("Run 'zunbrix COMMAND --help' for a command's options.\n");
     return text;
@@ -274,11 +274,11 @@ QString HelpText()
 
 QString HelpText(Command command)
 {
-    const CommandSpec& spec = specOf(command);
+    const CommandInfo& info = infoOf(command);
     QString text = QStringLiteral("Usage: zunbrix %1\n\n%2.\n\n%3\nOptions:\n")
-                       .arg(fromView(spec.synopsis), fromView(spec.summary), fromView(kInputsHelp));
+                       .arg(fromView(info.synopsis), fromView(info.summary), fromView(kInputsHelp));
     for (const OptionSpec& option : kOptions) {
-        if (!(option.commands & spec.bit))
+        if (!(option.commands & info.bit))
             continue;
         QString form = option.shortName != '\0' ? QStringLiteral("-%1, ").arg(QLatin1Char(option.shortName))
                                                 : QStringLiteral("    ");
