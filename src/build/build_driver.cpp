@@ -6,6 +6,7 @@
 #include "build/generators.h"
 #include "build/layout.h"
 #include "build/rom_writer.h"
+#include "build/shared_work.h"
 #include "build/validation.h"
 #include "designer/document.h"
 #include "designer/export.h"
@@ -20,14 +21,10 @@
 #include <algorithm>
 #include <exception>
 #include <stdexcept>
-#include <thread>
 
 namespace zunbrix {
 
 namespace {
-
-// More threads than this only queue at the disk.
-constexpr unsigned kMaxReadThreads = 4;
 
 const QString kSettingsKey = QStringLiteral("Software\\Zunbrix");
 const QString kLastBuildDir = QStringLiteral("LastBuildDir");
@@ -161,36 +158,16 @@ void Build::readGames()
     games_.resize(checked_.size());
 
     // Reading and checksumming every file is the long part of a large build; each image is its own, so the
-    // files are shared out to every core. Only this thread talks to the user.
-    std::atomic<int> next{0};
-    std::atomic<int> done{0};
-    std::atomic<bool> failed{false};
-    const auto loadNext = [&]() -> bool {
-        const int i = next++;
-        if (i >= total)
-            return false;
-        try {
-            NesImage& image = games_[static_cast<std::size_t>(i)];
-            image.load(checked_[static_cast<std::size_t>(i)]->path);
-            image.listIndex = static_cast<std::uint32_t>(i);
-        } catch (...) {
-            failed = true;
-            next = total;
-        }
-        ++done;
-        return true;
-    };
-    const unsigned cores = std::max(1u, std::thread::hardware_concurrency());
-    std::vector<std::jthread> threads;
-    for (unsigned i = 1; i < std::min(cores, kMaxReadThreads) && total > 1; ++i)
-        threads.emplace_back([&loadNext] {
-            while (loadNext()) {
-            }
-        });
-    while (loadNext())
-        user_.Progress(BuildStage::ReadingGames, done, total);
-    threads.clear(); // joins
-    if (failed)
+    // files are shared out to the cores. Only this thread talks to the user.
+    const bool allRead = runShared(
+        checked_.size(),
+        [&](std::size_t i) {
+            games_[i].load(checked_[i]->path);
+            games_[i].listIndex = static_cast<std::uint32_t>(i);
+            return true;
+        },
+        [&](std::size_t finished) { user_.Progress(BuildStage::ReadingGames, static_cast<int>(finished), total); });
+    if (!allRead)
         throw std::runtime_error("a game could not be read");
     user_.Progress(BuildStage::ReadingGames, total, total);
 }

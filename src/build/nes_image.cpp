@@ -1,6 +1,7 @@
 #include "build/nes_image.h"
 
 #include "build/board_tables.h"
+#include "build/file_area.h"
 #include "frame/paths.h"
 
 #include <QFile>
@@ -9,7 +10,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <vector>
 
 namespace zunbrix {
 
@@ -17,7 +17,6 @@ namespace {
 
 constexpr std::uint32_t kHeaderBytes = 16;
 constexpr std::uint32_t kTrainerBytes = 512;
-constexpr std::size_t kReadPieceBytes = 1 << 20;
 
 bool hasMagic(const std::array<std::uint8_t, 16>& header)
 {
@@ -35,30 +34,6 @@ std::uint32_t headerMapper(const std::array<std::uint8_t, 16>& header)
     if (headerIsNes20(header))
         mapper |= (header[8] & 15u) << 8;
     return mapper;
-}
-
-// CRC-32 of `size` bytes from `offset` in the file; what the file does not hold counts as FF bytes.
-std::uint32_t checksumArea(QFile& file, std::uint32_t offset, std::uint32_t size)
-{
-    std::vector<char> piece(std::min<std::size_t>(size, kReadPieceBytes));
-    std::uint32_t crc = crc32Update(0, nullptr, 0);
-    std::uint32_t done = 0;
-    if (file.seek(offset)) {
-        while (done < size) {
-            const qint64 got = file.read(piece.data(), std::min<qint64>(size - done, qint64(piece.size())));
-            if (got <= 0)
-                break;
-            crc = crc32Update(crc, piece.data(), std::size_t(got));
-            done += std::uint32_t(got);
-        }
-    }
-    std::fill(piece.begin(), piece.end(), char(0xFF));
-    while (done < size) {
-        const std::size_t part = std::min<std::size_t>(size - done, piece.size());
-        crc = crc32Update(crc, piece.data(), part);
-        done += std::uint32_t(part);
-    }
-    return crc;
 }
 
 } // namespace
@@ -81,8 +56,9 @@ std::uint32_t crc32Update(std::uint32_t crc, const void* data, std::size_t size)
 GameEntry::GameEntry(const QString& filePath)
     : path(filePath), name(FileNameOf(filePath, false))
 {
+    // Unbuffered: a buffered read would fetch a whole buffer of the file for these few bytes.
     QFile file(filePath);
-    if (file.open(QIODevice::ReadOnly))
+    if (file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         headerRead = file.read(reinterpret_cast<char*>(header.data()), kHeaderBytes) == kHeaderBytes;
     coolboyFit = valid() && fitsCoolboy(mapper(), prgBanks(), chrBanks());
     coolgirlFit = valid() && fitsCoolgirl(mapper(), prgBanks());
@@ -118,7 +94,7 @@ bool NesImage::load(const QString& filePath)
     *this = NesImage();
     path = filePath;
     QFile file(filePath);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return false;
     std::array<std::uint8_t, 16> header{'N', 'E', 'S', 0x1A};
     // A short header is no error: the preset stands in for what is missing.
@@ -140,8 +116,8 @@ bool NesImage::load(const QString& filePath)
     fourScreen = header[6] & 0x08;
     valid = true;
 
-    prgCrc32 = checksumArea(file, prgFileOffset(), prgBytes);
-    chrCrc32 = checksumArea(file, chrFileOffset(), chrBytes);
+    prgCrc32 = readFileArea(file, prgFileOffset(), prgBytes);
+    chrCrc32 = readFileArea(file, chrFileOffset(), chrBytes);
     return true;
 }
 

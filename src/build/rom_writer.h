@@ -1,21 +1,13 @@
 #pragma once
 
-#include "build/layout.h"
+#include "build/flash_writer.h"
 
 #include <QString>
 
 #include <array>
 #include <cstdint>
-#include <vector>
 
 namespace zunbrix {
-
-// How a merge or write ended. On failure `failedFile` names the source or output file at fault; it is empty
-// when the layout itself can't be written (no bytes, or images that overlap or run past the end).
-struct RomWriteResult {
-    bool ok = false;
-    QString failedFile;
-};
 
 // The NES 2.0 header of a multicart and the ROM size that the header states (the file holds that much).
 struct NesHeader {
@@ -25,12 +17,7 @@ struct NesHeader {
 
 NesHeader makeNesHeader(std::uint32_t romBytes, std::uint16_t mapper, std::uint8_t submapper);
 
-// Builds the flash image from the source files at the layout's offsets. Bytes no image covers are FF. A
-// source that can't be read, or no longer holds the data it held when it was loaded, fails the merge.
-RomWriteResult mergeRom(const LayoutResult& layout, std::vector<std::uint8_t>& rom);
-
-// Each writes a temporary file beside `path` and renames it into place only when complete, so a failure
-// leaves any earlier file at `path` as it was.
+// Each puts the flash image into its file format through writeFlashFile, and fails as that does.
 RomWriteResult writeNes(const LayoutResult& layout, const QString& path, std::uint16_t mapper,
                         std::uint8_t submapper);
 // UNIF with chunks MAPR, MIRR and PRG0 (the whole flash), or without `unif` the bare flash image.

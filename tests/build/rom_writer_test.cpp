@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace zunbrix;
 using namespace zunbrix::testing;
 
@@ -22,19 +24,32 @@ QByteArray readAll(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// A COOLBOY build from real files: a 128 KB menu, a 512 KB game that must follow it, a 32 KB MMC3 game
-// mirrored through 128 KB and listed twice, and an NROM game whose file ends 4000 bytes early.
+// COOLBOY builds from real files, with the oracle of what their flash must hold.
 class RomOutput : public ::testing::Test {
 protected:
+    // A 128 KB menu, a 512 KB game that must follow it, a 32 KB MMC3 game mirrored through 128 KB and listed
+    // twice, and an NROM game whose file ends 4000 bytes early.
     void SetUp() override
     {
-        const std::vector<SyntheticRom> roms{{.mapper = 0, .prgBanks = 8, .chrBanks = 0, .seed = 9},
-                                             {.mapper = 4, .prgBanks = 32, .chrBanks = 0, .seed = 1},
-                                             {.mapper = 4, .prgBanks = 2, .chrBanks = 1, .seed = 2},
-                                             {.mapper = 0, .prgBanks = 1, .chrBanks = 1, .seed = 3, .cutBytes = 4000}};
+        layOut({{.mapper = 0, .prgBanks = 8, .chrBanks = 0, .seed = 9},
+                {.mapper = 4, .prgBanks = 32, .chrBanks = 0, .seed = 1},
+                {.mapper = 4, .prgBanks = 2, .chrBanks = 1, .seed = 2},
+                {.mapper = 0, .prgBanks = 1, .chrBanks = 1, .seed = 3, .cutBytes = 4000}});
+        paths.push_back(paths[2]);
+        layOut();
+    }
+
+    // Writes the menu's and the games' files, the menu first.
+    void layOut(const std::vector<SyntheticRom>& roms)
+    {
+        paths.clear();
         for (std::size_t i = 0; i < roms.size(); ++i)
             paths.push_back(writeRom(dir.filePath(QStringLiteral("rom%1.nes").arg(i)), roms[i]));
-        paths.push_back(paths[2]);
+    }
+
+    // Lays out the files of `paths` as they are.
+    void layOut()
+    {
         std::vector<NesImage> games;
         for (qsizetype i = 1; i < paths.size(); ++i) {
             games.emplace_back(paths[i]);
@@ -57,6 +72,18 @@ protected:
             expected.replace(image.chrOffset, image.chrBytes, file.mid(16 + image.prgBytes, image.chrBytes));
         }
         EXPECT_TRUE(rom == expected);
+    }
+
+    // The write to `out` fails, names `culprit`, and leaves the earlier file and the folder as they were.
+    void expectFailureOn(const QString& out, const QString& culprit)
+    {
+        const QByteArray earlier = readAll(out);
+        const QStringList filesBefore = QDir(dir.path()).entryList(QDir::Files);
+        const RomWriteResult result = writeNes(layout, out, 268, 0);
+        EXPECT_FALSE(result.ok);
+        EXPECT_EQ(result.failedFile, culprit);
+        EXPECT_EQ(readAll(out), earlier);
+        EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), filesBefore);
     }
 
     QTemporaryDir dir;
@@ -119,21 +146,13 @@ TEST_F(RomOutput, LargeRomStatesAPowerOfTwoAndIsErasedToIt)
 TEST_F(RomOutput, FailedWriteNamesTheFileAndKeepsTheEarlierOutput)
 {
     const QString out = writeFile(dir.filePath("multi.nes"), "earlier");
-    const auto expectFailureOn = [&](const QString& culprit) {
-        const QStringList filesBefore = QDir(dir.path()).entryList(QDir::Files);
-        const RomWriteResult result = writeNes(layout, out, 268, 0);
-        EXPECT_FALSE(result.ok);
-        EXPECT_EQ(result.failedFile, culprit);
-        EXPECT_EQ(readAll(out), "earlier");
-        EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), filesBefore);
-    };
     const QByteArray original = readAll(paths[1]);
     writeFile(paths[1], original.left(original.size() - 1)); // shrunk
-    expectFailureOn(paths[1]);
+    expectFailureOn(out, paths[1]);
     writeFile(paths[1], QByteArray(original).replace(100, 1, "?")); // changed
-    expectFailureOn(paths[1]);
+    expectFailureOn(out, paths[1]);
     ASSERT_TRUE(QFile::remove(paths[1])); // vanished
-    expectFailureOn(paths[1]);
+    expectFailureOn(out, paths[1]);
 
     writeFile(paths[1], original);
     EXPECT_TRUE(writeNes(layout, out, 268, 0).ok);
@@ -141,14 +160,58 @@ TEST_F(RomOutput, FailedWriteNamesTheFileAndKeepsTheEarlierOutput)
     EXPECT_EQ(writeRaw(layout, noFolder, "COOLBOY", false).failedFile, noFolder);
 }
 
+// Megabytes of flash from many files: a 2 MB game with 512 KB of CHR, NROM games on both sides of every
+// place where the file is written in pieces, a mirrored game, a short file, a game whose 48 KB of PRG and
+// 24 KB of CHR leave the ends of their stretches erased, and two files with equal data that share one
+// copy. Every source is checked, the ones whose copy is not used too.
+TEST_F(RomOutput, LargeFlashFromManyFiles)
+{
+    std::vector<SyntheticRom> roms{{.mapper = 0, .prgBanks = 8, .chrBanks = 0, .seed = 9},
+                                   {.mapper = 4, .prgBanks = 128, .chrBanks = 64, .seed = 1},
+                                   {.mapper = 4, .prgBanks = 2, .chrBanks = 1, .seed = 2},
+                                   {.mapper = 0, .prgBanks = 1, .chrBanks = 1, .seed = 3, .cutBytes = 9000},
+                                   {.mapper = 4, .prgBanks = 3, .chrBanks = 3, .seed = 4}};
+    for (std::uint32_t seed = 10; seed < 90; ++seed)
+        roms.push_back({.mapper = 0, .prgBanks = std::uint32_t(seed % 2 + 1), .chrBanks = 1, .seed = seed});
+    const std::size_t twin = roms.size();
+    roms.push_back(roms[21]); // the same data in a file of its own
+    layOut(roms);
+    layOut();
+    ASSERT_GT(layout.romBytes, 5u << 20);
+    const auto imageOf = [&](const QString& path) {
+        return *std::find_if(layout.images.begin(), layout.images.end(),
+                             [&](const NesImage& image) { return image.path == path; });
+    };
+    ASSERT_EQ(imageOf(paths[21]).prgOffset, imageOf(paths[qsizetype(twin)]).prgOffset);
+    ASSERT_EQ(imageOf(paths[21]).chrOffset, imageOf(paths[qsizetype(twin)]).chrOffset);
+    const QString bin = dir.filePath("multi.bin");
+    ASSERT_TRUE(writeRaw(layout, bin, "COOLBOY", false).ok);
+    expectRomContent(readAll(bin));
+
+    const QString out = dir.filePath("multi.nes");
+    ASSERT_TRUE(writeNes(layout, out, 268, 0).ok);
+    for (const QString& culprit : {paths[21], paths[qsizetype(twin)], paths[1], paths[qsizetype(twin) - 1]}) {
+        const QByteArray original = readAll(culprit);
+        writeFile(culprit, QByteArray(original).replace(original.size() - 5, 1, "?"));
+        expectFailureOn(out, culprit);
+        writeFile(culprit, original);
+    }
+}
+
 TEST_F(RomOutput, LayoutThatDoesNotFitTheRomIsRefused)
 {
-    std::vector<std::uint8_t> rom;
+    const QString out = dir.filePath("multi.nes");
+    const auto expectRefused = [&](const LayoutResult& broken) {
+        const RomWriteResult result = writeNes(broken, out, 268, 0);
+        EXPECT_FALSE(result.ok);
+        EXPECT_TRUE(result.failedFile.isEmpty());
+        EXPECT_FALSE(QFile::exists(out));
+    };
     LayoutResult broken = layout;
     broken.images[1].prgOffset = broken.images[2].prgOffset + 16384; // onto another game's data
-    EXPECT_FALSE(mergeRom(broken, rom).ok);
+    expectRefused(broken);
     broken = layout;
-    broken.romBytes -= 16384;
-    EXPECT_FALSE(mergeRom(broken, rom).ok);
-    EXPECT_FALSE(mergeRom(LayoutResult{}, rom).ok);
+    broken.romBytes -= 16384; // past the end
+    expectRefused(broken);
+    expectRefused(LayoutResult{});
 }
