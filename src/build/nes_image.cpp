@@ -53,8 +53,15 @@ std::uint32_t crc32Update(std::uint32_t crc, const void* data, std::size_t size)
     return std::uint32_t(value);
 }
 
-GameEntry::GameEntry(const QString& filePath)
-    : path(filePath), name(FileNameOf(filePath, false))
+GameEntry GameEntry::unread(const QString& filePath)
+{
+    GameEntry entry;
+    entry.path = filePath;
+    entry.name = FileNameOf(filePath, false);
+    return entry;
+}
+
+GameEntry::GameEntry(const QString& filePath) : GameEntry(unread(filePath))
 {
     // Unbuffered: a buffered read would fetch a whole buffer of the file for these few bytes.
     QFile file(filePath);

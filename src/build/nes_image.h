@@ -16,6 +16,8 @@ struct GameEntry {
     GameEntry() = default;
     // Reads the header and stores the fit marks; a file that won't open still makes an entry, not valid.
     explicit GameEntry(const QString& filePath);
+    // An entry named for its file without opening it, not valid, for callers that read the file themselves.
+    static GameEntry unread(const QString& filePath);
 
     QString path;
     QString name;

@@ -45,7 +45,7 @@ QString summary(const BuildResult& result, BoardType board)
 int RunBuildCommand(const CliRequest& request)
 {
     const Language language = LanguageFor(request);
-    InputList inputs = ReadInputs(request.inputs);
+    InputList inputs = ReadInputs(request.inputs, GameHeaders::LeftUnread);
     for (const QString& problem : inputs.problems)
         PrintError(problem);
     if (!inputs.problems.isEmpty())

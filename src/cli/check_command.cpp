@@ -37,7 +37,7 @@ QString lineOf(const Row& row, const std::array<qsizetype, kShownColumns>& width
 int RunCheckCommand(const CliRequest& request)
 {
     const Language language = LanguageFor(request);
-    const InputList inputs = ReadInputs(request.inputs);
+    const InputList inputs = ReadInputs(request.inputs, GameHeaders::Read);
     for (const QString& problem : inputs.problems)
         PrintError(problem);
 

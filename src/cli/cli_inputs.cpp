@@ -11,20 +11,20 @@ namespace zunbrix::cli {
 
 namespace {
 
-void addGame(InputList& list, const QString& path)
+void addGame(InputList& list, const QString& path, GameHeaders headers)
 {
     if (list.entries.size() >= static_cast<std::size_t>(kListCapacity)) {
         list.exceedsCapacity = true;
         return;
     }
-    GameEntry entry(path);
+    GameEntry entry = headers == GameHeaders::Read ? GameEntry(path) : GameEntry::unread(path);
     entry.checked = true;
     list.entries.push_back(std::move(entry));
 }
 
 } // namespace
 
-InputList ReadInputs(const QStringList& inputs)
+InputList ReadInputs(const QStringList& inputs, GameHeaders headers)
 {
     InputList list;
     for (const QString& input : inputs) {
@@ -33,7 +33,7 @@ InputList ReadInputs(const QStringList& inputs)
             const QFileInfoList files = QDir(input).entryInfoList({QStringLiteral("*.nes")}, QDir::Files,
                                                                    QDir::Name | QDir::IgnoreCase);
             for (const QFileInfo& file : files)
-                addGame(list, file.absoluteFilePath());
+                addGame(list, file.absoluteFilePath(), headers);
         } else if (!info.isFile()) {
             list.problems.push_back(QStringLiteral("%1: no such file or folder").arg(input));
         } else if (info.suffix().compare(QLatin1String("qvl"), Qt::CaseInsensitive) == 0) {
@@ -45,7 +45,7 @@ InputList ReadInputs(const QStringList& inputs)
             if (LoadListFile(ini, list.entries).exceedsCapacity)
                 list.exceedsCapacity = true;
         } else {
-            addGame(list, info.absoluteFilePath());
+            addGame(list, info.absoluteFilePath(), headers);
         }
     }
     return list;

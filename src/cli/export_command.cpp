@@ -18,7 +18,7 @@ namespace zunbrix::cli {
 int RunExportCommand(const CliRequest& request)
 {
     const Language language = LanguageFor(request);
-    const InputList inputs = ReadInputs(request.inputs);
+    const InputList inputs = ReadInputs(request.inputs, GameHeaders::LeftUnread);
     for (const QString& problem : inputs.problems)
         PrintError(problem);
     if (!inputs.problems.isEmpty())
