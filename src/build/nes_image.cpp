@@ -6,8 +6,9 @@
 
 #include <QFile>
 
-#include <libdeflate.h>
+#include <zlib.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace zunbrix {
@@ -39,7 +40,17 @@ std::uint32_t headerMapper(const std::array<std::uint8_t, 16>& header)
 
 std::uint32_t crc32Update(std::uint32_t crc, const void* data, std::size_t size)
 {
-    return libdeflate_crc32(crc, data, size);
+    // zlib counts lengths in `uInt`, so long data goes in pieces.
+    constexpr std::size_t kPiece = std::size_t(1) << 30;
+    const auto* bytes = static_cast<const Bytef*>(data);
+    uLong value = crc;
+    do {
+        const std::size_t part = std::min(size, kPiece);
+        value = ::crc32(value, bytes, uInt(part));
+        bytes += part;
+        size -= part;
+    } while (size > 0);
+    return std::uint32_t(value);
 }
 
 GameEntry GameEntry::unread(const QString& filePath)
