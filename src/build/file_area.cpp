@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
-#include <vector>
+#include <memory>
 
 namespace zunbrix {
 
@@ -35,12 +35,13 @@ std::uint32_t readFileArea(QFile& file, std::uint32_t offset, std::uint32_t size
         readOrErase(file, target, size, fileEnded);
         return crc32Update(crc32Update(0, nullptr, 0), target, size);
     }
-    std::vector<char> piece(std::min<std::size_t>(size, kPieceBytes));
+    const std::size_t pieceBytes = std::min<std::size_t>(size, kPieceBytes);
+    const auto piece = std::make_unique_for_overwrite<char[]>(pieceBytes);
     std::uint32_t crc = crc32Update(0, nullptr, 0);
     for (std::uint32_t done = 0; done < size;) {
-        const std::size_t part = std::min<std::size_t>(size - done, piece.size());
-        fileEnded = readOrErase(file, piece.data(), part, fileEnded);
-        crc = crc32Update(crc, piece.data(), part);
+        const std::size_t part = std::min<std::size_t>(size - done, pieceBytes);
+        fileEnded = readOrErase(file, piece.get(), part, fileEnded);
+        crc = crc32Update(crc, piece.get(), part);
         done += std::uint32_t(part);
     }
     return crc;
