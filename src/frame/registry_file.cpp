@@ -158,6 +158,8 @@ bool write(const QString& path, const QString& key, const QString& name, const S
     }
     QSettings settings(path, QSettings::IniFormat);
     const QString before = settings.value(entry).toString();
+    if (before == text)
+        return true; // unchanged: not worth a new file and a rename, which every build would cost
     settings.setValue(entry, text);
     if (!saved(settings))
         return false;

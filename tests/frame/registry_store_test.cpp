@@ -2,6 +2,7 @@
 
 #include "support/private_settings.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -180,6 +181,25 @@ TEST_F(RegistryStoreTest, OverwriteAndDelete)
     EXPECT_FALSE(RegistryStore::GetString(kMain, "Value", text));
     EXPECT_FALSE(RegistryStore::DeleteValue(kMain, "Value"));
     EXPECT_TRUE(RegistryStore::CreateKey("Software\\Zunbrix\\Coolboy"));
+}
+
+TEST_F(RegistryStoreTest, AnUnchangedValueLeavesTheFileAlone)
+{
+    const QDateTime longAgo(QDate(2001, 2, 3), QTime(4, 5, 6));
+    const auto setFileTime = [&](const QDateTime& time) {
+        QFile file(RegistryStore::FilePath());
+        return file.open(QIODevice::ReadWrite) && file.setFileTime(time, QFileDevice::FileModificationTime);
+    };
+    const auto fileTime = [] { return QFileInfo(RegistryStore::FilePath()).lastModified(); };
+    ASSERT_TRUE(RegistryStore::SetString(kMain, "LastBuildDir", "/roms"));
+    ASSERT_TRUE(setFileTime(longAgo));
+    EXPECT_TRUE(RegistryStore::SetString(kMain, "LastBuildDir", "/roms"));
+    EXPECT_EQ(fileTime(), longAgo);
+    EXPECT_TRUE(RegistryStore::SetString(kMain, "LastBuildDir", "/more roms"));
+    EXPECT_NE(fileTime(), longAgo);
+    QString text;
+    EXPECT_TRUE(RegistryStore::GetString(kMain, "LastBuildDir", text));
+    EXPECT_EQ(text, "/more roms");
 }
 
 TEST_F(RegistryStoreTest, WritesAValidFileInTheRedirectedFolderAndNothingElse)
