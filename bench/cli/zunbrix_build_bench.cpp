@@ -1,7 +1,7 @@
 // Whole builds with the real program, the assembler included: 1,200 NROM and MMC3 games on COOLBOY and 2,048 on
 // COOLGIRL. Each iteration also times the floor that no build can beat, reading every input once and writing
 // the output once, and reports the ratio between the two and the build's peak memory.
-#include "build/synthetic_rom.h"
+#include "multicart/synthetic_rom.h"
 
 #include <QDir>
 #include <QElapsedTimer>

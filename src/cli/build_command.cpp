@@ -1,4 +1,4 @@
-#include "build/build_driver.h"
+#include "multicart/build_driver.h"
 #include "cli/cli_commands.h"
 #include "cli/cli_inputs.h"
 #include "cli/cli_options.h"

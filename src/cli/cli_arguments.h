@@ -1,6 +1,6 @@
 #pragma once
 
-#include "build/board_tables.h"
+#include "multicart/board_tables.h"
 #include "frame/string_table.h"
 
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "build/build_options.h"
+#include "multicart/build_options.h"
 #include "cli/cli_arguments.h"
 
 namespace zunbrix::cli {

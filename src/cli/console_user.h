@@ -1,6 +1,6 @@
 #pragma once
 
-#include "build/build_driver.h"
+#include "multicart/build_driver.h"
 
 #include <QString>
 

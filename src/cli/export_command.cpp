@@ -1,5 +1,5 @@
-#include "build/build_driver.h"
-#include "build/export_information.h"
+#include "multicart/build_driver.h"
+#include "multicart/export_information.h"
 #include "cli/cli_commands.h"
 #include "cli/cli_inputs.h"
 #include "cli/cli_options.h"

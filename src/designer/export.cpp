@@ -1,6 +1,6 @@
 #include "designer/export.h"
 
-#include "build/generated_text.h"
+#include "frame/generated_text.h"
 #include "designer/design_settings.h"
 #include "frame/registry_store.h"
 #include "frame/text_conversion.h"
@@ -83,11 +83,9 @@ CharMap identityCharMap()
 
 } // namespace
 
-bool exportMenuData(DesignDocument& design, const std::vector<GameEntry>& entries, const QString& folder,
-                    bool customEnable)
+bool exportMenuData(DesignDocument& design, int checkedGames, const QString& folder, bool customEnable)
 {
-    const auto checked = std::count_if(entries.begin(), entries.end(), [](const GameEntry& e) { return e.checked; });
-    design.CaptionText = QStringLiteral("%1 IN 1").arg(checked);
+    design.CaptionText = QStringLiteral("%1 IN 1").arg(checkedGames);
     RegistryStore::GetString(QString::fromLatin1(design_settings::kKey),
                              QString::fromLatin1(design_settings::kCaptionText), design.CaptionText);
 

@@ -1,21 +1,17 @@
 #pragma once
 
-#include "build/nes_image.h"
 #include "designer/document.h"
 
 #include <QString>
-
-#include <vector>
 
 namespace zunbrix {
 
 // Writes the design into `folder` as the twelve files the menu's source includes: the caption, page number
 // and list positions, the caption text, the big cursor, attributes, both palettes, the sprite list, the
 // composed name table, the pattern table and the character map (the design's, or identity when
-// `customEnable` is off). The caption is the number of checked `entries` and " IN 1", unless the
+// `customEnable` is off). The caption is `checkedGames` and " IN 1", unless the
 // settings store keeps one; it stays in `design.CaptionText`. Stops at the first file that does not open
 // and gives false; files already written stay.
-bool exportMenuData(DesignDocument& design, const std::vector<GameEntry>& entries, const QString& folder,
-                    bool customEnable);
+bool exportMenuData(DesignDocument& design, int checkedGames, const QString& folder, bool customEnable);
 
 } // namespace zunbrix

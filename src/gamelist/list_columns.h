@@ -1,6 +1,6 @@
 #pragma once
 
-#include "build/nes_image.h"
+#include "multicart/nes_image.h"
 #include "frame/string_table.h"
 
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "build/build_options.h"
+#include "multicart/build_options.h"
 #include "frame/string_table.h"
 
 namespace zunbrix {

@@ -1,4 +1,4 @@
-#include "build/synthetic_rom.h"
+#include "multicart/synthetic_rom.h"
 #include "gamelist/list_file.h"
 #include "support/private_settings.h"
 

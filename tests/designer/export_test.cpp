@@ -23,10 +23,7 @@ protected:
 
     bool exportWith(int checkedRows, bool customEnable = false)
     {
-        std::vector<GameEntry> entries(static_cast<std::size_t>(checkedRows) + 1);
-        for (int i = 0; i < checkedRows; ++i)
-            entries[static_cast<std::size_t>(i)].checked = true;
-        return exportMenuData(design, entries, dir.path(), customEnable);
+        return exportMenuData(design, checkedRows, dir.path(), customEnable);
     }
 
     static void storeCaption(const QString& caption)
@@ -150,8 +147,7 @@ TEST_F(MenuExport, DesignBytesAndTheCharacterMap)
 TEST_F(MenuExport, StopsAtTheFirstFileThatDoesNotOpen)
 {
     const DebugMessages messages;
-    std::vector<GameEntry> entries;
-    EXPECT_FALSE(exportMenuData(design, entries, dir.filePath("absent"), false));
+    EXPECT_FALSE(exportMenuData(design, 0, dir.filePath("absent"), false));
     EXPECT_EQ(messages.lines, QStringList{QStringLiteral("open file failed!")});
     EXPECT_EQ(design.CaptionText, QStringLiteral("0 IN 1"));
 }

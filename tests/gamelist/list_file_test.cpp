@@ -1,4 +1,4 @@
-#include "build/synthetic_rom.h"
+#include "multicart/synthetic_rom.h"
 #include "frame/paths.h"
 #include "frame/registry_store.h"
 #include "gamelist/history.h"

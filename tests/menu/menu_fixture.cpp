@@ -1,7 +1,7 @@
 #include "menu_fixture.h"
 
-#include "build/game_config.h"
-#include "build/generators.h"
+#include "multicart/game_config.h"
+#include "multicart/generators.h"
 #include "designer/codec.h"
 #include "designer/document.h"
 #include "designer/export.h"
@@ -378,7 +378,6 @@ bool writeFilesWithGenerators(const MenuSetup& setup, const QString& buildFolder
     }
     const auto board = static_cast<BoardType>(setup.board);
     std::vector<GameFinalData> records;
-    std::vector<GameEntry> entries(setup.names.size());
     for (int game = 0; game < setup.names.size(); ++game) {
         const auto bytes = finalRecordBytes(setup.board, game);
         GameFinalData record;
@@ -395,12 +394,11 @@ bool writeFilesWithGenerators(const MenuSetup& setup, const QString& buildFolder
             std::copy(bytes.begin() + 6, bytes.end(), record.prgReg.begin());
         }
         records.push_back(record);
-        entries[game].checked = true;
     }
     const int column = setup.custom ? static_cast<int>(design.ItemPpuAddr & 31) : 6;
     const GeneratorResult names = generateNames(setup.names, buildFolder, column, true);
     const GeneratorResult finals = generateFinalData(records, buildFolder, board, true);
-    if (!names.filesWritten || !finals.filesWritten || !exportMenuData(design, entries, buildFolder, setup.custom)) {
+    if (!names.filesWritten || !finals.filesWritten || !exportMenuData(design, static_cast<int>(setup.names.size()), buildFolder, setup.custom)) {
         return false;
     }
     GameConfig config;

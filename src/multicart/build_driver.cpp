@@ -1,0 +1,414 @@
+#include "multicart/build_driver.h"
+
+#include "multicart/assembler_run.h"
+#include "multicart/export_information.h"
+#include "multicart/generation_settings.h"
+#include "multicart/generators.h"
+#include "multicart/layout.h"
+#include "multicart/rom_writer.h"
+#include "multicart/shared_work.h"
+#include "multicart/validation.h"
+#include "designer/document.h"
+#include "designer/export.h"
+#include "frame/paths.h"
+#include "frame/registry_store.h"
+#include "frame/text_format.h"
+#include "menu/menu_source_tree.h"
+#include "frame/text_ids.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <exception>
+#include <stdexcept>
+
+namespace zunbrix {
+
+namespace {
+
+const QString kSettingsKey = QStringLiteral("Software\\Zunbrix");
+const QString kLastBuildDir = QStringLiteral("LastBuildDir");
+
+// The file type of the last save, kept for the next build of this process.
+std::atomic<int> lastSaveType{static_cast<int>(OutputType::Nes)};
+
+struct OutputFormat {
+    OutputType type;
+    const char* extension;
+};
+constexpr OutputFormat kOutputFormats[] = {
+    {OutputType::Nes, "nes"},
+    {OutputType::Unif, "unf"},
+    {OutputType::Bin, "bin"},
+};
+
+// Sets the flag back when the build ends, whichever way.
+class BusyHold {
+public:
+    explicit BusyHold(std::atomic<bool>& busy) : busy_(busy) {}
+    ~BusyHold() { busy_ = false; }
+    BusyHold(const BusyHold&) = delete;
+    BusyHold& operator=(const BusyHold&) = delete;
+
+private:
+    std::atomic<bool>& busy_;
+};
+
+// Removes the work folder when the build ends, also when something throws, unless the user asked to keep it.
+class WorkFolderHold {
+public:
+    WorkFolderHold(const QString& folder, bool keep) : folder_(folder), keep_(keep) {}
+    ~WorkFolderHold()
+    {
+        if (!keep_)
+            RemoveWorkFolder(folder_);
+    }
+    WorkFolderHold(const WorkFolderHold&) = delete;
+    WorkFolderHold& operator=(const WorkFolderHold&) = delete;
+
+private:
+    QString folder_;
+    bool keep_;
+};
+
+QString withExtension(const QString& path, const char* extension)
+{
+    if (ExtensionOf(path, false).compare(QLatin1String(extension), Qt::CaseInsensitive) == 0)
+        return path;
+    return path + QLatin1Char('.') + QLatin1String(extension);
+}
+
+// The names the menu lists: the number in front when asked for, then always a dot.
+QStringList displayNames(const std::vector<const GameEntry*>& checked, const BuildOptions& options)
+{
+    const int width = options.showNumberFill ? static_cast<int>(QString::number(checked.size()).size()) : 1;
+    QStringList names;
+    names.reserve(static_cast<qsizetype>(checked.size()));
+    for (std::size_t i = 0; i < checked.size(); ++i) {
+        const QString& name = checked[i]->name;
+        if (options.showNumberOrder)
+            names.push_back(QStringLiteral("%1.").arg(i + 1, width, 10, QLatin1Char('0')) + name);
+        else
+            names.push_back(options.showNumberDot ? QLatin1Char('.') + name : name);
+    }
+    return names;
+}
+
+// One build from start to end; each step tells the user why it stops.
+class Build {
+public:
+    Build(const BuildRequest& request, BuildUser& user)
+        : request_(request), options_(request.options), user_(user), board_(request.options.boardType)
+    {
+    }
+
+    BuildResult run();
+
+private:
+    QString text(int id) const { return StringTable::Get(id, request_.language); }
+    void tell(int textId, const QString& shown, int titleId)
+    {
+        user_.ShowMessage({textId, shown, titleId, MessageStyle::Ok});
+    }
+    void tellError(int textId, std::initializer_list<TextArg> args)
+    {
+        tell(textId, FormatText(text(textId), args), text::TitleError);
+    }
+
+    QString workPath(const char* relative) const
+    {
+        return request_.workFolder + QLatin1Char('/') + QLatin1String(relative);
+    }
+    QString buildFolder() const { return workPath(kMenuBuildFolder); }
+    bool externalMenu() const { return options_.externMenuEnable; }
+    bool externalIs(const char* extension) const
+    {
+        return ExtensionOf(options_.externMenuPath, false).compare(QLatin1String(extension), Qt::CaseInsensitive) == 0;
+    }
+    QString besideExternal(const char* extension) const
+    {
+        return FolderOf(options_.externMenuPath) + QLatin1Char('/') + FileNameOf(options_.externMenuPath, false) +
+               QLatin1Char('.') + QLatin1String(extension);
+    }
+
+    void readGames();
+    bool assemble(const QString& source);
+    bool exportForExternalSource(int menuBanks);
+    bool obtainMenu();
+    bool writeOutput(const LayoutResult& layout, BuildResult& result);
+
+    const BuildRequest& request_;
+    const BuildOptions& options_;
+    BuildUser& user_;
+    BoardType board_;
+    DesignDocument design_;
+    std::vector<const GameEntry*> checked_;
+    std::vector<NesImage> games_;
+    QStringList names_;
+    NesImage menu_;
+};
+
+void Build::readGames()
+{
+    for (const GameEntry& entry : request_.entries)
+        if (entry.checked)
+            checked_.push_back(&entry);
+    names_ = displayNames(checked_, options_);
+    const int total = static_cast<int>(checked_.size());
+    games_.resize(checked_.size());
+
+    // Reading and checksumming every file is the long part of a large build; each image is its own, so the
+    // files are shared out to the cores. Only this thread talks to the user.
+    const bool allRead = runShared(
+        checked_.size(),
+        [&](std::size_t i) {
+            games_[i].load(checked_[i]->path);
+            games_[i].listIndex = static_cast<std::uint32_t>(i);
+            return true;
+        },
+        [&](std::size_t finished) { user_.Progress(BuildStage::ReadingGames, static_cast<int>(finished), total); });
+    if (!allRead)
+        throw std::runtime_error("a game could not be read");
+    user_.Progress(BuildStage::ReadingGames, total, total);
+}
+
+// Runs the assembler on `source`; on failure the user sees what it printed, or why it did not finish.
+bool Build::assemble(const QString& source)
+{
+    user_.Progress(BuildStage::Assembling, 0, 1);
+    const AssemblerRun run = runAssembler(workPath(kMenuAssembler), source, request_.assemblerLimitMs);
+    user_.Progress(BuildStage::Assembling, 1, 1);
+    if (!run.started) {
+        tellError(text::AssemblerNotStarted, {workPath(kMenuAssembler)});
+        return false;
+    }
+    if (!run.finished) {
+        const int limitSeconds = (request_.assemblerLimitMs + 999) / 1000;
+        const QString stopped = FormatText(text(text::AssemblerStopped), {limitSeconds});
+        tell(text::AssemblerStopped, stopped + QStringLiteral("\r\n") + run.output, text::TitleError);
+        return false;
+    }
+    if (run.exitCode != 0) {
+        tell(0, run.output, text::TitleError);
+        return false;
+    }
+    return true;
+}
+
+// An external menu in source form gets the build's data in a folder `build` beside it.
+bool Build::exportForExternalSource(int menuBanks)
+{
+    const QString folder = FolderOf(options_.externMenuPath) + QStringLiteral("/build");
+    CreateFolders(folder);
+    const ExportInformationResult exported =
+        exportInformation({request_.entries, options_, design_, request_.language},
+                          board_ == BoardType::Coolgirl ? 1 : 0, menuBanks, folder, {});
+    if (!exported.ok && !exported.message.isEmpty())
+        tell(0, exported.message, text::TitleError);
+    return exported.ok;
+}
+
+bool Build::obtainMenu()
+{
+    if (!externalMenu()) {
+        if (!assemble(workPath(kMenuMainSource)))
+            return false;
+        menu_ = NesImage(workPath("menu/menu.nes"));
+        return true;
+    }
+    if (!FileExists(options_.externMenuPath) || !(externalIs("asm") || externalIs("nes"))) {
+        tellError(text::InvalidExternalMenu, {options_.externMenuPath});
+        return false;
+    }
+    if (externalIs("nes")) {
+        menu_ = NesImage(options_.externMenuPath);
+        return true;
+    }
+    if (!exportForExternalSource(static_cast<int>(menu_.prgLayoutBanks)) || !assemble(options_.externMenuPath))
+        return false;
+    menu_ = NesImage(besideExternal("nes"));
+    return true;
+}
+
+bool Build::writeOutput(const LayoutResult& layout, BuildResult& result)
+{
+    QString startFolder;
+    RegistryStore::GetString(kSettingsKey, kLastBuildDir, startFolder);
+    const std::optional<OutputChoice> choice =
+        user_.ChooseOutput(startFolder, static_cast<OutputType>(lastSaveType.load()));
+    if (!choice)
+        return false;
+    lastSaveType = static_cast<int>(choice->type);
+    RegistryStore::SetString(kSettingsKey, kLastBuildDir, FolderOf(choice->path));
+
+    const char* extension = "nes";
+    for (const OutputFormat& format : kOutputFormats)
+        if (format.type == choice->type)
+            extension = format.extension;
+    result.outputPath = withExtension(choice->path, extension);
+    result.mapper = board_ == BoardType::Coolgirl ? 342 : 268;
+    result.submapper = board_ == BoardType::Mindkids ? 1 : 0;
+
+    user_.Progress(BuildStage::WritingRom, 0, 1);
+    RomWriteResult written;
+    switch (choice->type) {
+    case OutputType::Nes:
+        written = writeNes(layout, result.outputPath, result.mapper, result.submapper);
+        break;
+    case OutputType::Unif: {
+        const char* boardName = board_ == BoardType::Coolgirl   ? "COOLGIRL"
+                                : board_ == BoardType::Mindkids ? "MINDKIDS"
+                                                                : "COOLBOY";
+        written = writeRaw(layout, result.outputPath, QLatin1String(boardName), true);
+        break;
+    }
+    case OutputType::Bin:
+        written = writeRaw(layout, result.outputPath, QStringLiteral("COOLBOY"), false);
+        break;
+    }
+    user_.Progress(BuildStage::WritingRom, 1, 1);
+    if (!written.ok) {
+        tell(text::OperationFailed, text(text::OperationFailed), text::TitleError);
+        return false;
+    }
+    return true;
+}
+
+BuildResult Build::run()
+{
+    BuildResult result;
+    if (!isMenuMusicAvailable(options_.menuMusic) && !externalMenu()) {
+        tellError(text::MusicUnavailable, {options_.menuMusic});
+        return result;
+    }
+    design_.LoadDesign();
+
+    // The internal COOLGIRL menu is always planned as 128 KB, whatever size is asked for.
+    const bool plannedSmall = !externalMenu() && board_ == BoardType::Coolgirl;
+    const std::uint32_t menuBanks = plannedSmall ? 8u : static_cast<std::uint32_t>(options_.menuSize);
+    menu_.setPrgBanks(menuBanks);
+    menu_.setPrgLayoutBanks(menuBanks);
+    menu_.setChrBanks(0);
+    menu_.setChrLayoutBanks(0);
+
+    readGames();
+    const int nameColumn = nameColumnFor(options_, design_);
+
+    // Count the banks before anything is written: a list too long for the menu ends here.
+    const BankCounts counted = generateGameSources(names_, games_, buildFolder(), board_, nameColumn, false);
+    QString overflow;
+    if (!checkOverflow(menu_.prgLayoutBanks, static_cast<std::uint32_t>(counted.names),
+                       static_cast<std::uint32_t>(counted.data), static_cast<std::uint32_t>(counted.finalData),
+                       request_.language, overflow)) {
+        tell(text::MenuBanksOverflow, overflow, text::TitleError);
+        return result;
+    }
+
+    const WorkFolderHold workFolder(request_.workFolder, request_.keepWorkFolder);
+    if (request_.keepWorkFolder)
+        result.keptWorkFolder = request_.workFolder;
+    ExtractMenuSources(request_.workFolder);
+
+    if (games_.empty()) {
+        tell(text::NoFilesSelected, text(text::NoFilesSelected), text::TitleTips);
+        return result;
+    }
+    normaliseChr(games_);
+    QString badGames;
+    const bool supported = board_ == BoardType::Coolgirl ? validateCoolgirl(games_, request_.language, badGames)
+                                                         : validateCoolboy(games_, request_.language, badGames);
+    if (!supported) {
+        tell(0, badGames, text::TitleError);
+        return result;
+    }
+    if (board_ != BoardType::Coolgirl)
+        normalisePrg(games_);
+    CreateFolders(buildFolder());
+
+    if (externalMenu() && externalIs("asm") && FileExists(options_.externMenuPath)) {
+        // A source of one's own may need a step of its own first; its output is what the layout plans with.
+        if (!exportForExternalSource(options_.menuSize))
+            return result;
+#ifdef Q_OS_WIN
+        const QString script = besideExternal("bat");
+#else
+        const QString script = besideExternal("sh");
+#endif
+        if (FileExists(script))
+            runMenuScript(script, FolderOf(options_.externMenuPath));
+        if (!assemble(options_.externMenuPath))
+            return result;
+        menu_ = NesImage(besideExternal("nes"));
+    }
+
+    // The generators need the games' offsets before the menu exists: lay out with the planned menu, whose
+    // size the menu's source is told to assemble to.
+    const LayoutResult planned = layoutRom(menu_, games_, board_);
+    const BankCounts banks = generateGameSources(names_, planned.images, buildFolder(), board_, nameColumn, true);
+    const GameConfig config = gameConfigFor(options_, design_, board_, static_cast<int>(menu_.prgLayoutBanks),
+                                            static_cast<int>(games_.size()), banks);
+    if (!writeGameConfig(buildFolder(), config))
+        return result;
+    exportMenuData(design_, static_cast<int>(games_.size()), buildFolder(), options_.customEnable);
+    DeleteFileQuiet(workPath("menu/menu.nes"));
+
+    if (!obtainMenu())
+        return result;
+    QString problem;
+    if (!checkMenu(menu_, request_.language, problem)) {
+        tell(text::MenuError, problem, text::TitleError);
+        return result;
+    }
+    const LayoutResult layout = layoutRom(menu_, games_, board_);
+    if (!checkRomSize(layout, board_, request_.language, problem)) {
+        tell(text::FinalRomTooLarge, problem, text::TitleError);
+        return result;
+    }
+    if (!writeOutput(layout, result))
+        return result;
+
+    result.ok = true;
+    result.games = static_cast<int>(games_.size());
+    result.romBytes = layout.romBytes;
+    result.uniqueBytes = layout.uniqueBytes;
+    user_.OfferToShowResult(result.outputPath);
+    return result;
+}
+
+} // namespace
+
+void BuildUser::Progress(BuildStage, int, int) {}
+
+QString DefaultWorkFolder()
+{
+    return KnownFolder(KnownFolderId::LocalAppData) + QStringLiteral("/Temp/Zunbrix/") +
+           QString::number(QCoreApplication::applicationPid());
+}
+
+BuildResult runBuild(const BuildRequest& request, BuildUser& user, std::atomic<bool>& busy)
+{
+    const auto show = [&](int textId, std::initializer_list<TextArg> args, int titleId) {
+        user.ShowMessage({textId, FormatText(StringTable::Get(textId, request.language), args), titleId,
+                          MessageStyle::Ok});
+    };
+    if (busy.exchange(true)) {
+        show(text::Busy, {}, text::TitleWarn);
+        return {};
+    }
+    const BusyHold hold(busy);
+    const auto checkedCount = std::count_if(request.entries.begin(), request.entries.end(),
+                                            [](const GameEntry& entry) { return entry.checked; });
+    if (checkedCount > kMaxBuildGames) {
+        show(text::TooManyGames, {kMaxBuildGames}, text::TitleWarn);
+        return {};
+    }
+    try {
+        return Build(request, user).run();
+    } catch (const std::exception&) {
+        // Out of memory or the like: the build ends as failed, its work folder already gone.
+        show(text::OperationFailed, {}, text::TitleError);
+        return {};
+    }
+}
+
+} // namespace zunbrix

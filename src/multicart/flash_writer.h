@@ -1,0 +1,27 @@
+#pragma once
+
+#include "multicart/layout.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <cstdint>
+
+namespace zunbrix {
+
+// How a write ended. On failure `failedFile` names the source or output file at fault; it is empty
+// when the layout itself can't be written (no bytes, or images that overlap or run past the end).
+struct RomWriteResult {
+    bool ok = false;
+    QString failedFile;
+};
+
+// Writes `start`, the flash image made from the source files at the layout's offsets, and then
+// `erasedTailBytes` of erased flash to a temporary file beside `path`, and renames it into place only when
+// complete, so a failure leaves any earlier file at `path` as it was. Bytes no image covers are FF. A
+// source that can't be read, or no longer holds the data it held when it was loaded, fails the write.
+// The sources are read on every core while the flash goes to the disk piece by piece.
+RomWriteResult writeFlashFile(const LayoutResult& layout, const QString& path, const QByteArray& start,
+                              std::uint64_t erasedTailBytes);
+
+} // namespace zunbrix

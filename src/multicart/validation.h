@@ -1,0 +1,34 @@
+#pragma once
+
+#include "multicart/board_tables.h"
+#include "multicart/layout.h"
+#include "multicart/nes_image.h"
+#include "frame/string_table.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <vector>
+
+namespace zunbrix {
+
+// Raise the sizes the layout reserves to what the boards can bank; the header sizes stay as read.
+void normaliseChr(std::vector<NesImage>& images); // all boards: next of 0, 1, 2, 4, 8, 16, 32 KB×8
+void normalisePrg(std::vector<NesImage>& images); // COOLBOY and MINDKIDS: every MMC3-style game gets 128 KB
+
+// Whether every game can go on the board. On failure `text` holds one line per bad game (at most 20),
+// each ending in CR LF, in `language`.
+bool validateCoolboy(const std::vector<NesImage>& images, Language language, QString& text);
+bool validateCoolgirl(const std::vector<NesImage>& images, Language language, QString& text);
+
+// Whether an assembled menu can start the board: valid, no CHR, 128 KB to 2 MB of PRG in a power of two.
+bool checkMenu(const NesImage& menu, Language language, QString& text);
+
+// Whether the menu's data banks fit the room that a menu of this size leaves. `text` is always set.
+bool checkOverflow(std::uint32_t menuLayoutBanks, std::uint32_t nameBanks, std::uint32_t dataBanks,
+                   std::uint32_t finalBanks, Language language, QString& text);
+
+// Whether the board's registers can address the whole ROM: COOLBOY and MINDKIDS reach 32 MB.
+bool checkRomSize(const LayoutResult& layout, BoardType boardType, Language language, QString& text);
+
+} // namespace zunbrix

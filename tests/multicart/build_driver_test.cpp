@@ -1,0 +1,301 @@
+#include "multicart/assembler_run.h"
+#include "multicart/build_driver.h"
+#include "multicart/synthetic_rom.h"
+#include "frame/paths.h"
+#include "frame/registry_store.h"
+#include "support/private_settings.h"
+#include "frame/text_ids.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace zunbrix;
+using zunbrix::testing::SyntheticRom;
+using zunbrix::testing::writeFile;
+using zunbrix::testing::writeRom;
+
+namespace {
+
+// Plays the user: records every message and answers the save question as told.
+class RecordingUser : public BuildUser {
+public:
+    MessageAnswer ShowMessage(const BuildMessage& message) override
+    {
+        messages.push_back(message);
+        return MessageAnswer::Ok;
+    }
+    std::optional<OutputChoice> ChooseOutput(const QString& startFolder, OutputType startType) override
+    {
+        asked.push_back({startFolder, startType});
+        return output;
+    }
+    void OfferToShowResult(const QString& outputPath) override { shown = outputPath; }
+
+    std::optional<OutputChoice> output;
+    std::vector<OutputChoice> asked;
+    std::vector<BuildMessage> messages;
+    QString shown;
+};
+
+QByteArray fileBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+class BuildDriver : public ::testing::Test {
+protected:
+    BuildDriver()
+    {
+        request.workFolder = root.filePath("work");
+        request.options.menuMusic = 0;
+        user.output = OutputChoice{root.filePath("out.nes"), OutputType::Nes};
+    }
+
+    void addGame(const QString& name, SyntheticRom rom, bool checked = true)
+    {
+        GameEntry entry(writeRom(root.filePath(name + ".nes"), rom));
+        entry.checked = checked;
+        request.entries.push_back(entry);
+    }
+    void addStandardGames()
+    {
+        addGame("Alpha", {.mapper = 0, .prgBanks = 1, .chrBanks = 1, .seed = 1});
+        addGame("Bravo", {.mapper = 0, .prgBanks = 2, .chrBanks = 1, .flags6 = 1, .seed = 2});
+        addGame("Charlie", {.mapper = 4, .prgBanks = 8, .chrBanks = 16, .seed = 3});
+    }
+
+    BuildResult build()
+    {
+        std::atomic<bool> busy{false};
+        BuildResult result = runBuild(request, user, busy);
+        EXPECT_FALSE(busy) << "the busy flag is released";
+        return result;
+    }
+
+    // The single message the build showed; a failing check when there was not exactly one.
+    BuildMessage onlyMessage() const
+    {
+        EXPECT_EQ(user.messages.size(), 1u);
+        return user.messages.empty() ? BuildMessage{-1, {}, -1, MessageStyle::Ok} : user.messages.front();
+    }
+    bool workFolderLeft() const { return QFileInfo::exists(request.workFolder); }
+
+    zunbrix::testing::PrivateSettings settings;
+    QTemporaryDir root;
+    BuildRequest request;
+    RecordingUser user;
+};
+
+TEST_F(BuildDriver, WritesEachOutputTypeAndRemembersTheChoice)
+{
+    addStandardGames();
+    user.output = OutputChoice{root.filePath("rom.bin"), OutputType::Nes};
+    BuildResult result = build();
+    ASSERT_TRUE(result.ok) << (user.messages.empty() ? "" : user.messages[0].text.toStdString());
+    EXPECT_TRUE(user.messages.empty());
+    EXPECT_EQ(result.outputPath, root.filePath("rom.bin.nes"));
+    EXPECT_EQ(user.shown, result.outputPath);
+    EXPECT_EQ(result.games, 3);
+    EXPECT_FALSE(workFolderLeft());
+
+    const QByteArray nes = fileBytes(result.outputPath);
+    EXPECT_TRUE(nes.startsWith("NES\x1A"));
+    EXPECT_EQ(nes.size() - 16, qsizetype(result.romBytes));
+    QString lastBuildDir;
+    RegistryStore::GetString(QStringLiteral("Software\\Zunbrix"), QStringLiteral("LastBuildDir"), lastBuildDir);
+    EXPECT_EQ(lastBuildDir, root.path());
+
+    // The next build starts where this one saved; a matching extension in any case is kept.
+    request.options.boardType = BoardType::Mindkids;
+    user.output = OutputChoice{root.filePath("rom.UNF"), OutputType::Unif};
+    result = build();
+    ASSERT_TRUE(result.ok);
+    EXPECT_EQ(user.asked.back().path, root.path());
+    EXPECT_EQ(result.outputPath, root.filePath("rom.UNF"));
+    const QByteArray unif = fileBytes(result.outputPath);
+    EXPECT_TRUE(unif.startsWith("UNIF"));
+    EXPECT_TRUE(unif.contains(QByteArray("MINDKIDS\0", 9)));
+
+    request.options.boardType = BoardType::Coolgirl;
+    user.output = OutputChoice{root.filePath("girl"), OutputType::Bin};
+    result = build();
+    ASSERT_TRUE(result.ok);
+    EXPECT_EQ(user.asked.back().type, OutputType::Unif);
+    EXPECT_EQ(fileBytes(root.filePath("girl.bin")).size(), qsizetype(result.romBytes));
+    EXPECT_EQ(result.mapper, 342);
+}
+
+TEST_F(BuildDriver, RefusesWhileBusyAndAboveTheGameLimit)
+{
+    std::atomic<bool> busy{true};
+    runBuild(request, user, busy);
+    EXPECT_EQ(onlyMessage().textId, 194);
+    EXPECT_EQ(onlyMessage().titleId, text::TitleWarn);
+    EXPECT_TRUE(busy) << "the running build keeps its flag";
+
+    GameEntry missing(root.filePath("none.nes"));
+    missing.checked = true;
+    request.entries.assign(kMaxBuildGames + 1, missing);
+    user.messages.clear();
+    build();
+    EXPECT_EQ(onlyMessage().textId, 197);
+    EXPECT_TRUE(onlyMessage().text.contains(QStringLiteral("3072")));
+
+    request.entries.pop_back();
+    user.messages.clear();
+    build();
+    ASSERT_FALSE(user.messages.empty());
+    EXPECT_NE(user.messages.front().textId, 197) << "exactly the limit passes the guard";
+    EXPECT_FALSE(workFolderLeft());
+}
+
+TEST_F(BuildDriver, OverflowingMenuDataStopsBeforeAnythingIsWritten)
+{
+    addGame("Long", {.mapper = 0, .prgBanks = 1});
+    request.entries.front().name = QString(28, QLatin1Char('N'));
+    request.entries.resize(2000, request.entries.front());
+    build();
+    EXPECT_EQ(onlyMessage().textId, 280);
+    EXPECT_EQ(onlyMessage().titleId, text::TitleError);
+    EXPECT_FALSE(workFolderLeft());
+    EXPECT_TRUE(user.asked.empty());
+}
+
+TEST_F(BuildDriver, EmptySelectionAndUnsupportedGamesEndWithTheirTexts)
+{
+    addGame("Unchecked", {.mapper = 0, .prgBanks = 1}, false);
+    build();
+    EXPECT_EQ(onlyMessage().textId, 149);
+    EXPECT_EQ(onlyMessage().titleId, text::TitleTips);
+    EXPECT_FALSE(workFolderLeft());
+
+    user.messages.clear();
+    addGame("Rider", {.mapper = 1, .prgBanks = 8});
+    addGame("Trainer", {.mapper = 0, .prgBanks = 1, .flags6 = 4});
+    build();
+    const BuildMessage message = onlyMessage();
+    EXPECT_EQ(message.titleId, text::TitleError);
+    EXPECT_TRUE(message.text.contains(QStringLiteral("1.Rider Mapper1 not supported!")));
+    EXPECT_TRUE(message.text.contains(QStringLiteral("2.Trainer Trainer not supported!")));
+    EXPECT_FALSE(workFolderLeft());
+    EXPECT_FALSE(QFileInfo::exists(user.output->path));
+}
+
+TEST_F(BuildDriver, AssemblerErrorsAreShownAsTheToolPrintedThem)
+{
+    addStandardGames();
+    request.options.externMenuEnable = true;
+    QDir().mkpath(root.filePath("ext"));
+    request.options.externMenuPath = writeFile(root.filePath("ext/broken.asm"), "  .INESPRG 8\n  LDA #$100\n");
+    build();
+    const BuildMessage message = onlyMessage();
+    EXPECT_EQ(message.textId, 0);
+    EXPECT_EQ(message.titleId, text::TitleError);
+    EXPECT_TRUE(message.text.contains(QStringLiteral("error")));
+    EXPECT_TRUE(QFileInfo::exists(root.filePath("ext/build/game_config.asm"))) << "data exported beside the source";
+    EXPECT_FALSE(workFolderLeft());
+    EXPECT_FALSE(QFileInfo::exists(user.output->path));
+}
+
+TEST_F(BuildDriver, ExternalMenuMustExistAndBeSourceOrImage)
+{
+    addStandardGames();
+    request.options.externMenuEnable = true;
+    for (const QString& path : {root.filePath("nowhere.asm"), writeFile(root.filePath("menu.txt"), "x")}) {
+        user.messages.clear();
+        request.options.externMenuPath = path;
+        build();
+        EXPECT_EQ(onlyMessage().textId, 279);
+        EXPECT_TRUE(onlyMessage().text.endsWith(path));
+        EXPECT_FALSE(workFolderLeft());
+    }
+
+    // A game is no menu: it has CHR of its own.
+    user.messages.clear();
+    request.options.externMenuPath = request.entries.back().path;
+    build();
+    EXPECT_EQ(onlyMessage().textId, 277);
+    EXPECT_FALSE(workFolderLeft());
+}
+
+TEST_F(BuildDriver, CancelledSaveEndsSilentlyAndFailedWriteSaysSo)
+{
+    addStandardGames();
+    user.output.reset();
+    EXPECT_FALSE(build().ok);
+    EXPECT_TRUE(user.messages.empty());
+    EXPECT_EQ(user.asked.size(), 1u);
+    EXPECT_FALSE(workFolderLeft());
+    EXPECT_TRUE(user.shown.isEmpty());
+
+    writeFile(root.filePath("file"), "not a folder");
+    user.output = OutputChoice{root.filePath("file/rom.nes"), OutputType::Nes};
+    EXPECT_FALSE(build().ok);
+    EXPECT_EQ(onlyMessage().textId, 150);
+    EXPECT_FALSE(workFolderLeft());
+}
+
+// A kept work folder holds a complete menu tree; that tree, copied elsewhere, serves as an external menu in
+// source form (with its script run first), and its assembled image as an external menu as it stands.
+TEST_F(BuildDriver, KeptWorkFolderServesAsExternalMenu)
+{
+    addStandardGames();
+    request.keepWorkFolder = true;
+    BuildResult result = build();
+    ASSERT_TRUE(result.ok);
+    EXPECT_EQ(result.keptWorkFolder, request.workFolder);
+    ASSERT_TRUE(QFileInfo::exists(request.workFolder + "/menu/build/game_config.asm"));
+    ASSERT_TRUE(QFileInfo::exists(request.workFolder + "/menu/menu.nes"));
+    const QByteArray internalRom = fileBytes(result.outputPath);
+
+    const QString external = root.filePath("external");
+    ASSERT_TRUE(QDir().rename(request.workFolder + "/menu", external));
+    ASSERT_TRUE(DeleteFolder(request.workFolder));
+    DeleteFolder(external + "/build");
+    writeFile(external + "/menu.sh", "echo ran > script_ran.txt\n");
+    request.keepWorkFolder = false;
+    request.options.externMenuEnable = true;
+    request.options.externMenuPath = external + "/menu.asm";
+    user.output = OutputChoice{root.filePath("external.nes"), OutputType::Nes};
+    result = build();
+    ASSERT_TRUE(result.ok) << (user.messages.empty() ? "" : user.messages[0].text.toStdString());
+    EXPECT_TRUE(QFileInfo::exists(external + "/script_ran.txt"));
+    EXPECT_EQ(fileBytes(result.outputPath), internalRom) << "the same menu, built from outside";
+    EXPECT_FALSE(workFolderLeft());
+
+    QFile::remove(external + "/script_ran.txt");
+    request.options.externMenuPath = external + "/menu.nes";
+    user.output = OutputChoice{root.filePath("image.nes"), OutputType::Nes};
+    result = build();
+    ASSERT_TRUE(result.ok);
+    EXPECT_FALSE(QFileInfo::exists(external + "/script_ran.txt")) << "an image needs no script";
+    EXPECT_EQ(fileBytes(result.outputPath), internalRom);
+}
+
+#ifndef Q_OS_WIN
+// The assembler runner is tried with shell scripts as the "source" of /bin/sh.
+TEST(AssemblerRun, WaitsForTheRealEndAndStopsAToolThatHangs)
+{
+    QTemporaryDir folder;
+    const QString late = writeFile(folder.filePath("late.sh"), "echo first\nsleep 1\necho last\nexit 3\n");
+    AssemblerRun run = runAssembler(QStringLiteral("/bin/sh"), late, 30000);
+    EXPECT_TRUE(run.started && run.finished);
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_TRUE(run.output.contains(QStringLiteral("first")) && run.output.contains(QStringLiteral("last")));
+
+    const QString hang = writeFile(folder.filePath("hang.sh"), "echo waiting\nexec sleep 60\n");
+    run = runAssembler(QStringLiteral("/bin/sh"), hang, 500);
+    EXPECT_TRUE(run.started);
+    EXPECT_FALSE(run.finished);
+    EXPECT_NE(run.exitCode, 0);
+    EXPECT_TRUE(run.output.contains(QStringLiteral("waiting")));
+
+    EXPECT_FALSE(runAssembler(folder.filePath("no-such-tool"), late, 1000).started);
+}
+#endif
+
+} // namespace

@@ -1,0 +1,199 @@
+#include "multicart/layout.h"
+#include "multicart/validation.h"
+#include "synthetic_rom.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <random>
+#include <set>
+#include <tuple>
+
+using namespace zunbrix;
+using namespace zunbrix::testing;
+
+namespace {
+
+constexpr std::uint32_t KB = 1024;
+
+NesImage menuOf(std::uint32_t prgBanks)
+{
+    NesImage menu = imageOf(0, prgBanks, 0, 0);
+    menu.prgCrc32 = 0xFEEDu;
+    return menu;
+}
+
+const NesImage& gameAt(const LayoutResult& layout, std::uint32_t listIndex)
+{
+    return *std::find_if(layout.images.begin(), layout.images.end(),
+                         [&](const NesImage& image) { return !image.isMenu && image.listIndex == listIndex; });
+}
+
+const NesImage& menuIn(const LayoutResult& layout)
+{
+    return *std::find_if(layout.images.begin(), layout.images.end(), [](const NesImage& image) { return image.isMenu; });
+}
+
+// What every layout must hold, whatever order equal sizes end up in: each image placed at a multiple of its
+// size, equal data at one place, no two images on the same bytes, and the totals that follow.
+void expectSoundLayout(const LayoutResult& layout, std::size_t gameCount)
+{
+    ASSERT_EQ(layout.images.size(), gameCount + 1);
+    EXPECT_EQ(std::count_if(layout.images.begin(), layout.images.end(), [](const NesImage& i) { return i.isMenu; }), 1);
+    EXPECT_TRUE(std::is_sorted(layout.images.begin(), layout.images.end(),
+                               [](const NesImage& a, const NesImage& b) { return a.listIndex < b.listIndex; }));
+    // (offset, size, checksum) of each stored copy, and the offset at which each distinct data lies
+    std::set<std::tuple<std::uint64_t, std::uint64_t, std::uint32_t>> copies;
+    std::map<std::tuple<bool, std::uint32_t, std::uint32_t>, std::uint32_t> offsetOfData;
+    std::uint64_t uniqueBytes[2] = {}, end = 0;
+    for (const NesImage& image : layout.images) {
+        EXPECT_TRUE(image.prgPlaced && image.chrPlaced);
+        for (const auto& [isPrg, offset, size, crc] : {std::tuple{true, image.prgOffset, image.prgLayoutBytes, image.prgCrc32},
+                                                      std::tuple{false, image.chrOffset, image.chrLayoutBytes, image.chrCrc32}}) {
+            if (size == 0)
+                continue;
+            EXPECT_EQ(offset % size, 0u) << image.name.toStdString();
+            const auto [first, isNew] = offsetOfData.try_emplace({isPrg, crc, size}, offset);
+            EXPECT_EQ(first->second, offset) << "equal data stored twice: " << image.name.toStdString();
+            uniqueBytes[isPrg] += isNew ? size : 0;
+            copies.insert({offset, size, crc});
+            end = std::max(end, std::uint64_t(offset) + size);
+        }
+    }
+    std::uint64_t coveredEnd = 0;
+    for (const auto& [offset, size, crc] : copies) {
+        EXPECT_GE(offset, coveredEnd) << "overlap";
+        coveredEnd = offset + size;
+    }
+    EXPECT_EQ(layout.uniquePrgBytes, uniqueBytes[true]);
+    EXPECT_EQ(layout.uniqueChrBytes, uniqueBytes[false]);
+    EXPECT_EQ(layout.uniqueBytes, uniqueBytes[0] + uniqueBytes[1]);
+    EXPECT_EQ(layout.romBytes, (end + 16383) / 16384 * 16384);
+}
+
+std::vector<NesImage> randomGames(std::mt19937& random, std::size_t count, BoardType board)
+{
+    static constexpr std::uint32_t kCoolboySizes[][3] = {{1, 0, 0}, {2, 1, 0}, {8, 0, 4}, {8, 16, 4}, {16, 32, 4},
+                                                          {32, 16, 74}, {64, 64, 4}, {128, 0, 4}, {4, 3, 4}};
+    static constexpr std::uint32_t kCoolgirlSizes[][3] = {{2, 0, 2}, {1, 1, 3}, {8, 16, 4}, {96, 8, 228},
+                                                           {16, 32, 1}, {4, 2, 66}, {128, 64, 4}, {2, 5, 1}};
+    std::vector<NesImage> games;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const auto& size = board == BoardType::Coolgirl ? kCoolgirlSizes[random() % std::size(kCoolgirlSizes)]
+                                                        : kCoolboySizes[random() % std::size(kCoolboySizes)];
+        games.push_back(imageOf(i, size[0], size[1], size[2]));
+        // Now and then the same file twice, or the same PRG with other CHR.
+        if (i > 0 && random() % 8 == 0) {
+            games[i] = games[random() % i];
+            games[i].listIndex = i;
+        } else if (i > 0 && random() % 8 == 0 && games[i - 1].prgBanks == size[0])
+            games[i].prgCrc32 = games[i - 1].prgCrc32;
+    }
+    normaliseChr(games);
+    if (board != BoardType::Coolgirl)
+        normalisePrg(games);
+    return games;
+}
+
+} // namespace
+
+TEST(Layout, SmallCoolboyMenuEndsAt512kAndItsHoleFillsFirst)
+{
+    // 256 + 128 KB fill the 384 KB before the menu; only the rest follows it.
+    const std::vector<NesImage> games{imageOf(0, 8, 0), imageOf(1, 16, 0), imageOf(2, 8, 0)};
+    const LayoutResult layout = layoutRom(menuOf(8), games, BoardType::Coolboy);
+    expectSoundLayout(layout, games.size());
+    EXPECT_EQ(menuIn(layout).prgOffset, 393216u);
+    EXPECT_EQ(gameAt(layout, 1).prgOffset, 0u);
+    std::vector<std::uint32_t> smallOffsets{gameAt(layout, 0).prgOffset, gameAt(layout, 2).prgOffset};
+    std::sort(smallOffsets.begin(), smallOffsets.end());
+    EXPECT_EQ(smallOffsets, (std::vector<std::uint32_t>{256 * KB, 512 * KB}));
+    EXPECT_EQ(layout.romBytes, 640 * KB);
+}
+
+TEST(Layout, LargeMenusStartAtZeroAndGamesFollow)
+{
+    const std::vector<NesImage> games{imageOf(1, 8, 16)};
+    for (std::uint32_t menuBanks : {32u, 64u}) {
+        const LayoutResult layout = layoutRom(menuOf(menuBanks), games, BoardType::Mindkids);
+        expectSoundLayout(layout, 1);
+        EXPECT_EQ(menuIn(layout).prgOffset, 0u);
+        EXPECT_EQ(gameAt(layout, 1).prgOffset, menuBanks * 16 * KB);
+        EXPECT_EQ(gameAt(layout, 1).chrOffset, menuBanks * 16 * KB + 128 * KB);
+    }
+    EXPECT_TRUE(layoutRom(menuOf(0), games, BoardType::Coolboy).images.empty());
+}
+
+TEST(Layout, CoolgirlAlignmentGapTakesChrOnly)
+{
+    // Menu at 0, cursor at 128 KB: the 256 KB game moves to 256 KB and its CHR takes the gap.
+    const std::vector<NesImage> games{imageOf(1, 16, 16)};
+    const LayoutResult layout = layoutRom(menuOf(8), games, BoardType::Coolgirl);
+    expectSoundLayout(layout, 1);
+    EXPECT_EQ(menuIn(layout).prgOffset, 0u);
+    EXPECT_EQ(gameAt(layout, 1).prgOffset, 256 * KB);
+    EXPECT_EQ(gameAt(layout, 1).chrOffset, 128 * KB);
+    EXPECT_EQ(layout.romBytes, 512 * KB);
+}
+
+TEST(Layout, SwapScanFillsTheCursorGapWithASmallerGame)
+{
+    const LayoutResult layout = layoutRom(menuOf(8), {imageOf(1, 16, 0), imageOf(2, 1, 0)}, BoardType::Coolgirl);
+    EXPECT_EQ(gameAt(layout, 2).prgOffset, 128 * KB);
+    EXPECT_EQ(gameAt(layout, 1).prgOffset, 256 * KB);
+    EXPECT_EQ(layout.romBytes, 512 * KB);
+}
+
+TEST(Layout, RomEndsOnThe16kGridAndChrRamGamesEndWithPrg)
+{
+    LayoutResult layout = layoutRom(menuOf(8), {imageOf(1, 1, 1)}, BoardType::Coolgirl);
+    EXPECT_EQ(gameAt(layout, 1).chrOffset, 144 * KB);
+    EXPECT_EQ(layout.romBytes, 160 * KB);
+    layout = layoutRom(menuOf(8), {imageOf(1, 2, 0), imageOf(2, 1, 0)}, BoardType::Coolgirl);
+    EXPECT_EQ(layout.romBytes, 176 * KB);
+}
+
+TEST(Layout, EqualDataIsStoredOnce)
+{
+    std::vector<NesImage> games{imageOf(1, 8, 8), imageOf(2, 8, 8), imageOf(3, 8, 8)};
+    games[1].prgCrc32 = games[0].prgCrc32; // same file twice
+    games[1].chrCrc32 = games[0].chrCrc32;
+    games[2].prgCrc32 = games[0].prgCrc32; // same PRG, other CHR
+    const LayoutResult layout = layoutRom(menuOf(32), games, BoardType::Coolboy);
+    expectSoundLayout(layout, 3);
+    EXPECT_EQ(gameAt(layout, 2).prgOffset, gameAt(layout, 1).prgOffset);
+    EXPECT_EQ(gameAt(layout, 3).prgOffset, gameAt(layout, 1).prgOffset);
+    EXPECT_EQ(gameAt(layout, 2).chrOffset, gameAt(layout, 1).chrOffset);
+    EXPECT_NE(gameAt(layout, 3).chrOffset, gameAt(layout, 1).chrOffset);
+    EXPECT_EQ(layout.uniquePrgBytes, 512 * KB + 128 * KB);
+    EXPECT_EQ(layout.uniqueChrBytes, 128 * KB);
+
+    // A twin reserved smaller (NROM beside the same PRG as MMC3) keeps a copy of its own.
+    std::vector<NesImage> twins{imageOf(1, 2, 0, 0), imageOf(2, 2, 0, 4)};
+    twins[1].prgCrc32 = twins[0].prgCrc32;
+    normalisePrg(twins);
+    expectSoundLayout(layoutRom(menuOf(8), twins, BoardType::Coolboy), 2);
+}
+
+TEST(Layout, RandomListsGiveSoundAndRepeatableLayouts)
+{
+    std::mt19937 random(1234);
+    for (BoardType board : {BoardType::Coolboy, BoardType::Mindkids, BoardType::Coolgirl}) {
+        for (int round = 0; round < 40; ++round) {
+            const std::vector<NesImage> games = randomGames(random, 1 + random() % 120, board);
+            const NesImage menu = menuOf(std::array{8u, 16u, 32u, 64u}[random() % 4]);
+            const LayoutResult layout = layoutRom(menu, games, board);
+            expectSoundLayout(layout, games.size());
+            const std::uint32_t menuOffset = board != BoardType::Coolgirl && menu.prgLayoutBanks < 32
+                                                 ? (32 - menu.prgLayoutBanks) * 16 * KB
+                                                 : 0;
+            EXPECT_EQ(menuIn(layout).prgOffset, menuOffset);
+            // The build lays out twice and relies on both runs agreeing.
+            const LayoutResult again = layoutRom(menu, games, board);
+            for (std::size_t i = 0; i < layout.images.size(); ++i)
+                EXPECT_TRUE(again.images[i].prgOffset == layout.images[i].prgOffset &&
+                            again.images[i].chrOffset == layout.images[i].chrOffset);
+        }
+    }
+}
