@@ -5,8 +5,12 @@
 
 namespace zunbrix {
 
-// The key of the main window's settings in the settings store.
+// The keys of the main window's settings in the settings store.
 inline constexpr char kMainSettingsKey[] = "Software\\Zunbrix";
+inline constexpr char kCoolboySettingsKey[] = "Software\\Zunbrix\\Coolboy";
+
+// A 32-bit number of the store, or `defaultValue` when it was never written or is not a number.
+int ReadSettingInt(const char* key, const char* name, int defaultValue);
 
 // The settings a build reads, as the main window keeps them: each value from the store, with its default
 // when it was never written or holds a value the window would not offer. The board is COOLBOY or MINDKIDS
