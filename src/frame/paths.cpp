@@ -112,14 +112,19 @@ bool IsRelative(const QString& path)
 
 QString AbsolutePath(const QString& path)
 {
+    return AbsolutePathFrom(ExeFolder(), path);
+}
+
+QString AbsolutePathFrom(const QString& folder, const QString& path)
+{
     if (path.isEmpty())
-        return ExeFolder();
+        return folder;
     if (!IsRelative(path))
         return WithForwardSlashes(path);
     QString relative = WithForwardSlashes(path);
     if (relative.startsWith(QLatin1String("./")))
         relative.remove(0, 2);
-    return ExeFolder() + QLatin1Char('/') + relative;
+    return folder + QLatin1Char('/') + relative;
 }
 
 std::optional<QString> RelativePath(const QString& fromFolder, const QString& to)

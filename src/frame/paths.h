@@ -30,6 +30,8 @@ bool IsRelative(const QString& path);
 // An absolute path as it stands (separators made '/'); "" gives ExeFolder(); a relative one, less a leading
 // ".\" or "./", behind ExeFolder().
 QString AbsolutePath(const QString& path);
+// The same with `folder` in place of the program's folder.
+QString AbsolutePathFrom(const QString& folder, const QString& path);
 // The path of `to` relative to the folder `fromFolder` ("./name", "../x/name"); nothing when the two share no
 // root (another drive).
 std::optional<QString> RelativePath(const QString& fromFolder, const QString& to);

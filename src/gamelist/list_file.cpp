@@ -16,11 +16,21 @@ QString entryKey(int index, const char* field)
 }
 
 // The file an entry names: the relative form wins when it leads to a file, as it survives moving the program
-// together with its games to another folder or machine.
-QString entryPath(const QString& path, const QString& relativePath)
+// together with its games to another folder or machine. A relative path is looked for beside the program, then
+// beside the list file, so a list kept with its games works wherever the program is.
+QString entryPath(const QString& path, const QString& relativePath, const QString& listFolder)
 {
-    const QString found = !relativePath.isEmpty() && FileExists(AbsolutePath(relativePath)) ? relativePath : path;
-    return QDir::cleanPath(AbsolutePath(found));
+    for (const QString& candidate : {relativePath, path}) {
+        if (candidate.isEmpty())
+            continue;
+        QStringList places{AbsolutePath(candidate)};
+        if (IsRelative(candidate) && !listFolder.isEmpty())
+            places.push_back(AbsolutePathFrom(listFolder, candidate));
+        for (const QString& place : places)
+            if (FileExists(place))
+                return QDir::cleanPath(place);
+    }
+    return QDir::cleanPath(AbsolutePath(path));
 }
 
 } // namespace
@@ -28,11 +38,12 @@ QString entryPath(const QString& path, const QString& relativePath)
 ListLoadResult LoadListFile(const IniFile& ini, std::vector<GameEntry>& entries)
 {
     ListLoadResult result;
+    const QString listFolder = FolderOf(ini.Path());
     const int count = ini.GetInt(kSection, QStringLiteral("count"), 0);
     result.exceedsCapacity = static_cast<qint64>(entries.size()) + count > kListCapacity;
     for (int i = 0; i < count && entries.size() < static_cast<std::size_t>(kListCapacity); ++i) {
         GameEntry entry(entryPath(ini.GetString(kSection, entryKey(i, "path"), {}),
-                                  ini.GetString(kSection, entryKey(i, "path_relative"), {})));
+                                  ini.GetString(kSection, entryKey(i, "path_relative"), {}), listFolder));
         entry.checked = ini.GetInt(kSection, entryKey(i, "check"), 0) != 0;
         entry.name = ini.GetString(kSection, entryKey(i, "name"), {});
         entry.remark = ini.GetString(kSection, entryKey(i, "remark"), {});

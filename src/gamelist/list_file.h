@@ -20,8 +20,9 @@ struct ListLoadResult {
 };
 
 // Appends the entries of a list document (section "history") to `entries`, up to kListCapacity. Each entry's
-// file is looked for by its path relative to the program's folder first, then by its absolute path; an entry
-// whose file is missing or invalid is appended all the same, so the list shows it.
+// file is looked for by its relative path first, then by its absolute one; a path that is relative is taken
+// from the program's folder, then from the folder of the document's file when it has one. An entry whose file
+// is missing or invalid is appended all the same, so the list shows it.
 ListLoadResult LoadListFile(const IniFile& ini, std::vector<GameEntry>& entries);
 
 // Replaces the section "history" of `ini` by `entries`, checked or not: count, then per entry its absolute

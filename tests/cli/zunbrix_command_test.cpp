@@ -11,6 +11,7 @@
 
 using namespace zunbrix;
 using zunbrix::testing::SyntheticRom;
+using zunbrix::testing::writeFile;
 using zunbrix::testing::writeRom;
 
 namespace {
@@ -86,6 +87,29 @@ TEST_F(ZunbrixCommand, CheckListsEveryGameWithTheListsColumns)
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains(QStringLiteral("missing.nes")));
     EXPECT_TRUE(run.out.contains(QStringLiteral("序号")));
+}
+
+// A list kept in the folder of its games, written where the program sat beside them: its relative entries are
+// found from any current folder although this program lives elsewhere.
+TEST_F(ZunbrixCommand, ListBesideItsGamesFindsThemFromAnywhere)
+{
+    QDir(root.path()).mkpath(QStringLiteral("shelf/sub"));
+    writeRom(root.filePath("shelf/alpha.nes"), {.mapper = 0, .prgBanks = 2, .chrBanks = 1, .flags6 = 1, .seed = 1});
+    writeRom(root.filePath("shelf/sub/bravo.nes"), {.mapper = 4, .prgBanks = 8, .chrBanks = 8, .seed = 2});
+    writeFile(root.filePath("shelf/list.qvl"),
+              "\xEF\xBB\xBF[history]\r\ncount=2\r\n"
+              "00000_check=1\r\n00000_name=Alpha\r\n00000_path=C:\\Games\\alpha.nes\r\n"
+              "00000_path_relative=.\\alpha.nes\r\n"
+              "00001_check=1\r\n00001_name=Bravo\r\n00001_path=D:\\Old\\bravo.nes\r\n"
+              "00001_path_relative=sub\\bravo.nes");
+
+    const CommandRun run = zunbrix({"check", "shelf/list.qvl"});
+    EXPECT_EQ(run.exitCode, 0) << run.out.toStdString() << run.err.toStdString();
+    const QStringList lines = run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 4) << run.out.toStdString();
+    EXPECT_EQ(lines[1].simplified(), QStringLiteral("1 Alpha 2 (032KB) 1 (008KB) 0 V No No YES YES"));
+    EXPECT_EQ(lines[2].simplified(), QStringLiteral("2 Bravo 8 (128KB) 8 (064KB) 4 H No No YES YES"));
+    EXPECT_TRUE(lines[3].endsWith(QStringLiteral("not valid 0")));
 }
 
 TEST_F(ZunbrixCommand, BuildWritesTheRomOrSaysWhyNot)
