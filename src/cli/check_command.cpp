@@ -76,7 +76,7 @@ int RunCheckCommand(const CliRequest& request)
                     .arg(total)
                     .arg(coolgirl)
                     .arg(invalid));
-    return inputs.problems.isEmpty() ? kExitSuccess : kExitFailure;
+    return inputs.problems.isEmpty() && invalid == 0 ? kExitSuccess : kExitFailure;
 }
 
 } // namespace zunbrix::cli

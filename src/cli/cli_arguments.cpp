@@ -22,10 +22,13 @@ struct OptionSpec {
     OptionId id;
     std::string_view longName;
     char shortName; // '\0' when there is none
-    std::string_view valueName; // empty for a flag
+    std::string_view valueName; // empty for a flag; the "--no-" form never takes a value
     std::uint8_t commands;
     std::string_view help;
+    bool hasOffForm = false; // a "--no-" form turns the setting off for this run
 };
+
+constexpr bool kOnOff = true;
 
 constexpr std::array<OptionSpec, 18> kOptions{{
     {OptionId::Board, "board", 'b', "BOARD", kBuild | kExport, "coolboy, mindkids or coolgirl"},
@@ -36,16 +39,18 @@ constexpr std::array<OptionSpec, 18> kOptions{{
     {OptionId::Music, "music", '\0', "0|1", kBuild | kExport, "menu music off or on"},
     {OptionId::Style, "style", '\0', "0|1", kBuild | kExport, "one of the two built-in menu looks"},
     {OptionId::PageSize, "page-size", '\0', "N", kBuild | kExport, "games per page: 5, 10, 15 or 20"},
-    {OptionId::PageNumber, "page-number", '\0', "", kBuild | kExport, "show the page number"},
-    {OptionId::Numbers, "numbers", '\0', "", kBuild | kExport, "put each game's number before its name"},
-    {OptionId::NumberDot, "number-dot", '\0', "", kBuild | kExport, "a dot between number and name"},
-    {OptionId::NumberFill, "number-fill", '\0', "", kBuild | kExport, "zero-fill the numbers to one width"},
-    {OptionId::NameInsertRow, "name-insert-row", '\0', "", kBuild | kExport, "an empty row between two names"},
+    {OptionId::PageNumber, "page-number", '\0', "", kBuild | kExport, "show the page number", kOnOff},
+    {OptionId::Numbers, "numbers", '\0', "", kBuild | kExport, "put each game's number before its name", kOnOff},
+    {OptionId::NumberDot, "number-dot", '\0', "", kBuild | kExport, "a dot between number and name", kOnOff},
+    {OptionId::NumberFill, "number-fill", '\0', "", kBuild | kExport, "zero-fill the numbers to one width", kOnOff},
+    {OptionId::NameInsertRow, "name-insert-row", '\0', "", kBuild | kExport, "an empty row between two names",
+     kOnOff},
     {OptionId::PageSpeed, "page-speed", '\0', "1-4", kBuild | kExport, "rows drawn per frame when a page turns"},
-    {OptionId::CustomMenu, "custom-menu", '\0', "", kBuild | kExport, "use the look made in the menu designer"},
-    {OptionId::ExternalMenu, "external-menu", '\0', "PATH", kBuild, "use this menu (.asm source or .nes image)"},
+    {OptionId::CustomMenu, "custom-menu", '\0', "", kBuild | kExport, "use the look made in the menu designer", kOnOff},
+    {OptionId::ExternalMenu, "external-menu", '\0', "PATH", kBuild, "use this menu (.asm source or .nes image)",
+     kOnOff},
     {OptionId::Language, "language", '\0', "en|zh", kEvery, "language of the messages"},
-    {OptionId::KeepWork, "keep-work", '\0', "", kBuild, "keep the work folder and print its path"},
+    {OptionId::KeepWork, "keep-work", '\0', "", kBuild, "keep the work folder and print its path", kOnOff},
     {OptionId::Help, "help", 'h', "", kEvery, "show this help"},
 }};
 
@@ -66,19 +71,32 @@ constexpr std::array<CommandInfo, 3> kCommands{{
 
 constexpr std::string_view kInputsHelp =
     "An INPUT is a .qvl list file (its checked entries), a .nes file, or a folder (its .nes files, by name).\n"
-    "Settings not given as options come from the settings store, as the desktop program keeps them.\n";
+    "A list's entry that is not found beside the program is looked for beside the list file.\n"
+    "Settings not given as options come from the settings store, as the desktop program keeps them.\n"
+    "An option's --no- form turns a stored setting off for this run; the store keeps it.\n";
+
+constexpr std::string_view kOffPrefix = "no-";
 
 QString fromView(std::string_view text)
 {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-const OptionSpec* findLong(const QString& name)
+struct NamedOption {
+    const OptionSpec* option = nullptr;
+    bool on = true; // false for the "--no-" form
+};
+
+NamedOption findLong(const QString& name)
 {
-    for (const OptionSpec& option : kOptions)
-        if (name == fromView(option.longName))
-            return &option;
-    return nullptr;
+    for (const OptionSpec& option : kOptions) {
+        const QString longName = fromView(option.longName);
+        if (name == longName)
+            return {&option, true};
+        if (option.hasOffForm && name == fromView(kOffPrefix) + longName)
+            return {&option, false};
+    }
+    return {};
 }
 
 const OptionSpec* findShort(QChar letter)
@@ -101,8 +119,9 @@ std::optional<int> numberIn(const QString& text, std::initializer_list<int> allo
     return std::nullopt;
 }
 
-// Stores one option's value; an error text when the value is not one the option takes.
-std::optional<QString> apply(CliRequest& request, const OptionSpec& option, const QString& value)
+// Stores one option's value, or for an on/off option whether it is on; an error text when the value is not
+// one the option takes.
+std::optional<QString> apply(CliRequest& request, const OptionSpec& option, bool on, const QString& value)
 {
     const auto bad = [&] {
         return QStringLiteral("invalid value '%1' for --%2").arg(value, fromView(option.longName));
@@ -151,25 +170,28 @@ std::optional<QString> apply(CliRequest& request, const OptionSpec& option, cons
             return bad();
         break;
     case OptionId::PageNumber:
-        request.pageNumber = true;
+        request.pageNumber = on;
         break;
     case OptionId::Numbers:
-        request.numbers = true;
+        request.numbers = on;
         break;
     case OptionId::NumberDot:
-        request.numberDot = true;
+        request.numberDot = on;
         break;
     case OptionId::NumberFill:
-        request.numberFill = true;
+        request.numberFill = on;
         break;
     case OptionId::NameInsertRow:
-        request.nameInsertRow = true;
+        request.nameInsertRow = on;
         break;
     case OptionId::CustomMenu:
-        request.customMenu = true;
+        request.customMenu = on;
         break;
     case OptionId::ExternalMenu:
-        request.externalMenu = value;
+        if (on && value.isEmpty())
+            return bad();
+        request.externalMenu = on;
+        request.externalMenuPath = value;
         break;
     case OptionId::Language:
         if (value == QLatin1String("en"))
@@ -180,7 +202,7 @@ std::optional<QString> apply(CliRequest& request, const OptionSpec& option, cons
             return bad();
         break;
     case OptionId::KeepWork:
-        request.keepWork = true;
+        request.keepWork = on;
         break;
     }
     return std::nullopt;
@@ -205,6 +227,10 @@ std::variant<CliRequest, UsageError> ParseArguments(const QStringList& words)
         request.help = true;
         return request;
     }
+    if (words.front() == QLatin1String("--version")) {
+        request.version = true;
+        return request;
+    }
     const CommandInfo* command = nullptr;
     for (const CommandInfo& info : kCommands)
         if (words.front() == fromView(info.name))
@@ -224,33 +250,35 @@ std::variant<CliRequest, UsageError> ParseArguments(const QStringList& words)
             optionsEnded = true;
             continue;
         }
-        const OptionSpec* option = nullptr;
+        NamedOption named;
         std::optional<QString> inlineValue;
         if (word.startsWith(QLatin1String("--"))) {
             const qsizetype equals = word.indexOf(QLatin1Char('='));
-            option = findLong(word.mid(2, equals < 0 ? -1 : equals - 2));
+            named = findLong(word.mid(2, equals < 0 ? -1 : equals - 2));
             if (equals >= 0)
                 inlineValue = word.mid(equals + 1);
         } else {
-            option = findShort(word[1]);
+            named.option = findShort(word[1]);
             if (word.size() > 2)
                 inlineValue = word.mid(2);
         }
+        const OptionSpec* option = named.option;
         if (!option || !(option->commands & command->bit))
             return UsageError{QStringLiteral("unknown option '%1' for %2").arg(word, fromView(command->name))};
+        const QString shownName = (named.on ? QString() : fromView(kOffPrefix)) + fromView(option->longName);
         QString value;
-        if (!option->valueName.empty()) {
+        if (named.on && !option->valueName.empty()) {
             if (inlineValue) {
                 value = *inlineValue;
             } else if (i + 1 < words.size()) {
                 value = words[++i];
             } else {
-                return UsageError{QStringLiteral("option --%1 needs a value").arg(fromView(option->longName))};
+                return UsageError{QStringLiteral("option --%1 needs a value").arg(shownName)};
             }
         } else if (inlineValue) {
-            return UsageError{QStringLiteral("option --%1 takes no value").arg(fromView(option->longName))};
+            return UsageError{QStringLiteral("option --%1 takes no value").arg(shownName)};
         }
-        if (std::optional<QString> error = apply(request, *option, value))
+        if (std::optional<QString> error = apply(request, *option, named.on, value))
             return UsageError{*error};
     }
     if (request.help)
@@ -264,7 +292,8 @@ std::variant<CliRequest, UsageError> ParseArguments(const QStringList& words)
 
 QString HelpText()
 {
-    QString text = QStringLiteral("Usage: zunbrix COMMAND [options] INPUT...\n\nCommands:\n");
+    QString text = QStringLiteral("Usage: zunbrix COMMAND [options] INPUT...\n"
+                                  "       zunbrix --help | --version\n\nCommands:\n");
     for (const CommandInfo& info : kCommands)
         text += QStringLiteral("  %1%2\n").arg(fromView(info.name), -9).arg(fromView(info.summary));
     text += QLatin1Char('\n') + fromView(kInputsHelp);
@@ -274,6 +303,7 @@ QString HelpText()
 
 QString HelpText(Command command)
 {
+    constexpr int kFormWidth = 26;
     const CommandInfo& info = infoOf(command);
     QString text = QStringLiteral("Usage: zunbrix %1\n\n%2.\n\n%3\nOptions:\n")
                        .arg(fromView(info.synopsis), fromView(info.summary), fromView(kInputsHelp));
@@ -285,9 +315,15 @@ QString HelpText(Command command)
         form += QStringLiteral("--") + fromView(option.longName);
         if (!option.valueName.empty())
             form += QLatin1Char(' ') + fromView(option.valueName);
-        text += QStringLiteral("  %1 %2\n").arg(form, -26).arg(fromView(option.help));
+        if (option.hasOffForm)
+            form += QStringLiteral(", --") + fromView(kOffPrefix) + fromView(option.longName);
+        // A long form keeps the column of the explanations by giving its explanation a line of its own.
+        if (form.size() > kFormWidth)
+            form += QLatin1Char('\n') + QString(kFormWidth + 2, QLatin1Char(' '));
+        text += QStringLiteral("  %1 %2\n").arg(form, -kFormWidth).arg(fromView(option.help));
     }
-    text += QStringLiteral("\nExit status: 0 on success, 1 when the work is refused or fails, 2 for a usage error.\n");
+    text += QStringLiteral("\nExit status: 0 on success, 1 when the work is refused or fails or check finds an entry\n"
+                           "that is not a valid game, 2 for a usage error.\n");
     return text;
 }
 

@@ -13,10 +13,12 @@ namespace zunbrix::cli {
 
 enum class Command { Build, Export, Check };
 
-// What the user asked for. Unset fields keep the value of the settings store for this run.
+// What the user asked for. Unset fields keep the value of the settings store for this run; the store itself is
+// never written.
 struct CliRequest {
-    std::optional<Command> command; // none for the program's own --help
+    std::optional<Command> command; // none for the program's own --help and --version
     bool help = false;
+    bool version = false;
     QStringList inputs;
     std::optional<BoardType> board;
     QString output;
@@ -26,13 +28,14 @@ struct CliRequest {
     std::optional<int> style;
     std::optional<int> pageSize;
     std::optional<int> pageSpeed;
-    bool pageNumber = false;
-    bool numbers = false;
-    bool numberDot = false;
-    bool numberFill = false;
-    bool nameInsertRow = false;
-    bool customMenu = false;
-    std::optional<QString> externalMenu;
+    std::optional<bool> pageNumber;
+    std::optional<bool> numbers;
+    std::optional<bool> numberDot;
+    std::optional<bool> numberFill;
+    std::optional<bool> nameInsertRow;
+    std::optional<bool> customMenu;
+    std::optional<bool> externalMenu;
+    QString externalMenuPath; // the file that --external-menu names
     std::optional<Language> language;
     bool keepWork = false;
 };
@@ -41,7 +44,7 @@ struct UsageError {
     QString message;
 };
 
-// Reads the words after the program's name. The first must be a command (or --help).
+// Reads the words after the program's name. The first must be a command (or --help, or --version).
 std::variant<CliRequest, UsageError> ParseArguments(const QStringList& words);
 
 // The program's help, or one command's, in the usual form.

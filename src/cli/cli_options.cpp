@@ -16,16 +16,15 @@ BuildOptions BuildOptionsFor(const CliRequest& request)
     options.showStyle = request.style.value_or(options.showStyle);
     options.pageSize = request.pageSize.value_or(options.pageSize);
     options.pageTurningSpeed = request.pageSpeed.value_or(options.pageTurningSpeed);
-    options.pageNumber = options.pageNumber || request.pageNumber;
-    options.showNumberOrder = options.showNumberOrder || request.numbers;
-    options.showNumberDot = options.showNumberDot || request.numberDot;
-    options.showNumberFill = options.showNumberFill || request.numberFill;
-    options.nameInsertRow = options.nameInsertRow || request.nameInsertRow;
-    options.customEnable = options.customEnable || request.customMenu;
-    if (request.externalMenu) {
-        options.externMenuEnable = true;
-        options.externMenuPath = QFileInfo(*request.externalMenu).absoluteFilePath();
-    }
+    options.pageNumber = request.pageNumber.value_or(options.pageNumber);
+    options.showNumberOrder = request.numbers.value_or(options.showNumberOrder);
+    options.showNumberDot = request.numberDot.value_or(options.showNumberDot);
+    options.showNumberFill = request.numberFill.value_or(options.showNumberFill);
+    options.nameInsertRow = request.nameInsertRow.value_or(options.nameInsertRow);
+    options.customEnable = request.customMenu.value_or(options.customEnable);
+    options.externMenuEnable = request.externalMenu.value_or(options.externMenuEnable);
+    if (request.externalMenu == true)
+        options.externMenuPath = QFileInfo(request.externalMenuPath).absoluteFilePath();
     return options;
 }
 

@@ -3,6 +3,7 @@
 #include "cli/cli_arguments.h"
 #include "cli/cli_commands.h"
 #include "cli/console_user.h"
+#include "frame/version_number.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -32,6 +33,10 @@ int main(int argc, char* argv[])
         return kExitUsage;
     }
     const CliRequest& request = std::get<CliRequest>(parsed);
+    if (request.version) {
+        PrintOutput(QStringLiteral("zunbrix ") + zunbrix::ExeVersion());
+        return kExitSuccess;
+    }
     if (request.help) {
         PrintOutput(request.command ? HelpText(*request.command) : HelpText());
         return kExitSuccess;

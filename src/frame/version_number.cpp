@@ -24,4 +24,9 @@ QString VersionNumber::toText() const
     return QStringLiteral("%1.%2.%3.%4").arg(parts_[0]).arg(parts_[1]).arg(parts_[2]).arg(parts_[3]);
 }
 
+QString ExeVersion()
+{
+    return QStringLiteral(ZUNBRIX_VERSION);
+}
+
 } // namespace zunbrix

@@ -27,4 +27,7 @@ private:
     std::array<std::uint32_t, 4> parts_{};
 };
 
+// The running program's version, in the form above: the project's version, fixed when the program is built.
+QString ExeVersion();
+
 } // namespace zunbrix

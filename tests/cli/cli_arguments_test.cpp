@@ -41,15 +41,38 @@ TEST(CliArguments, BuildTakesEveryOptionInLongShortAndJoinedForms)
     EXPECT_EQ(request.style, 1);
     EXPECT_EQ(request.pageSize, 20);
     EXPECT_EQ(request.pageSpeed, 4);
-    EXPECT_TRUE(request.pageNumber && request.numbers && request.numberDot && request.numberFill &&
-                request.nameInsertRow && request.customMenu && request.keepWork);
-    EXPECT_EQ(request.externalMenu, QStringLiteral("m.asm"));
+    for (const std::optional<bool>& on : {request.pageNumber, request.numbers, request.numberDot,
+                                          request.numberFill, request.nameInsertRow, request.customMenu,
+                                          request.externalMenu})
+        EXPECT_EQ(on, true);
+    EXPECT_TRUE(request.keepWork);
+    EXPECT_EQ(request.externalMenuPath, QStringLiteral("m.asm"));
     EXPECT_EQ(request.language, Language::Chinese);
     EXPECT_EQ(request.inputs, QStringList({"list.qvl", "-odd.nes", "roms"}));
 
     EXPECT_EQ(parsed({"build", "-bcoolgirl", "-ox.bin", "g.nes"}).board, BoardType::Coolgirl);
     const CliRequest defaults = parsed({"build", "g.nes"});
-    EXPECT_FALSE(defaults.board || defaults.menuBanks || defaults.music || defaults.externalMenu);
+    EXPECT_FALSE(defaults.board || defaults.menuBanks || defaults.music || defaults.externalMenu ||
+                 defaults.numbers);
+}
+
+TEST(CliArguments, EveryOnOffOptionHasAnOffFormAndTheLastWordWins)
+{
+    const CliRequest request = parsed({"build", "--no-page-number", "--no-numbers", "--no-number-dot",
+                                       "--no-number-fill", "--no-name-insert-row", "--no-custom-menu",
+                                       "--external-menu", "m.asm", "--no-external-menu", "--keep-work",
+                                       "--no-keep-work", "g.nes"});
+    for (const std::optional<bool>& on : {request.pageNumber, request.numbers, request.numberDot,
+                                          request.numberFill, request.nameInsertRow, request.customMenu,
+                                          request.externalMenu})
+        EXPECT_EQ(on, false);
+    EXPECT_FALSE(request.keepWork);
+    EXPECT_EQ(parsed({"build", "--no-numbers", "--numbers", "g.nes"}).numbers, true);
+
+    EXPECT_TRUE(usageError({"build", "--no-external-menu=m.asm", "x"}).contains(QStringLiteral("takes no value")));
+    EXPECT_TRUE(usageError({"build", "--external-menu=", "x"}).contains(QStringLiteral("invalid value")));
+    EXPECT_TRUE(usageError({"build", "--no-board", "x"}).contains(QStringLiteral("unknown option")));
+    EXPECT_TRUE(usageError({"export", "--no-keep-work", "--dir", "d", "x"}).contains(QStringLiteral("unknown")));
 }
 
 TEST(CliArguments, RefusesWhatNoCommandTakes)
@@ -76,4 +99,11 @@ TEST(CliArguments, HelpNeedsNoInputAndListsEachCommandsOwnOptions)
     EXPECT_TRUE(HelpText(Command::Build).contains(QStringLiteral("-b, --board BOARD")));
     EXPECT_FALSE(HelpText(Command::Check).contains(QStringLiteral("--board")));
     EXPECT_TRUE(HelpText(Command::Export).contains(QStringLiteral("--dir DIR")));
+    for (const char* form : {"--page-number, --no-page-number", "--numbers, --no-numbers",
+                             "--number-dot, --no-number-dot", "--number-fill, --no-number-fill",
+                             "--name-insert-row, --no-name-insert-row", "--custom-menu, --no-custom-menu",
+                             "--external-menu PATH, --no-external-menu", "--keep-work, --no-keep-work"})
+        EXPECT_TRUE(HelpText(Command::Build).contains(QLatin1String(form))) << form;
+    EXPECT_TRUE(HelpText().contains(QStringLiteral("--version")));
+    EXPECT_TRUE(parsed({"--version"}).version);
 }

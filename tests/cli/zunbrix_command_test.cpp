@@ -1,4 +1,6 @@
 #include "multicart/synthetic_rom.h"
+#include "frame/registry_store.h"
+#include "frame/version_number.h"
 #include "gamelist/list_file.h"
 #include "support/private_settings.h"
 
@@ -89,6 +91,21 @@ TEST_F(ZunbrixCommand, CheckListsEveryGameWithTheListsColumns)
     EXPECT_TRUE(run.out.contains(QStringLiteral("序号")));
 }
 
+TEST_F(ZunbrixCommand, CheckFailsWhenAnEntryIsNotAValidGame)
+{
+    addGames();
+    writeFile(root.filePath("roms/broken.nes"), QByteArray("not a ROM at all"));
+    CommandRun run = zunbrix({"check", "roms"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.out.contains(QStringLiteral("not valid 1"))) << run.out.toStdString();
+
+    std::vector<GameEntry> list{GameEntry(root.filePath("roms/a-alpha.nes")), GameEntry(root.filePath("gone.nes"))};
+    list[1].checked = false;
+    ASSERT_TRUE(SaveListFile(root.filePath("list.qvl"), list));
+    run = zunbrix({"check", "list.qvl"});
+    EXPECT_EQ(run.exitCode, 1) << "an unchecked entry whose file is gone is not a valid game either";
+}
+
 // A list kept in the folder of its games, written where the program sat beside them: its relative entries are
 // found from any current folder although this program lives elsewhere.
 TEST_F(ZunbrixCommand, ListBesideItsGamesFindsThemFromAnywhere)
@@ -110,6 +127,47 @@ TEST_F(ZunbrixCommand, ListBesideItsGamesFindsThemFromAnywhere)
     EXPECT_EQ(lines[1].simplified(), QStringLiteral("1 Alpha 2 (032KB) 1 (008KB) 0 V No No YES YES"));
     EXPECT_EQ(lines[2].simplified(), QStringLiteral("2 Bravo 8 (128KB) 8 (064KB) 4 H No No YES YES"));
     EXPECT_TRUE(lines[3].endsWith(QStringLiteral("not valid 0")));
+}
+
+TEST_F(ZunbrixCommand, VersionIsTheProjectsFourNumbers)
+{
+    const CommandRun run = zunbrix({"--version"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out, QStringLiteral("zunbrix " ZUNBRIX_PROJECT_VERSION "\n"));
+    EXPECT_NE(VersionNumber::fromText(QStringLiteral(ZUNBRIX_PROJECT_VERSION)), VersionNumber());
+}
+
+// Stored settings that would break or change a build are turned off for one run; the store is left as it was.
+TEST_F(ZunbrixCommand, OffFormsOverrideTheStoredSettingsForOneRun)
+{
+    addGames();
+    QFile::remove(root.filePath("roms/c-rider.NES"));
+    const QString mainKey = QStringLiteral("Software\\Zunbrix");
+    const QString lostMenu = root.filePath("lost/menu.asm");
+    ASSERT_TRUE(RegistryStore::SetDword(mainKey, QStringLiteral("ExternMenuEnable"), 1));
+    ASSERT_TRUE(RegistryStore::SetString(mainKey, QStringLiteral("ExternMenuPath"), lostMenu));
+    ASSERT_TRUE(RegistryStore::SetDword(mainKey, QStringLiteral("PageNumber"), 1));
+
+    CommandRun run = zunbrix({"build", "--music", "0", "-o", "cart.nes", "roms"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains(lostMenu)) << run.err.toStdString();
+
+    run = zunbrix({"build", "--music", "0", "--no-external-menu", "--no-page-number", "--keep-work", "-o",
+                   "cart.nes", "roms"});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(QFileInfo(root.filePath("cart.nes")).size() > 128 * 1024);
+    const QString kept = run.out.section(QStringLiteral("work folder kept: "), 1).section(QLatin1Char('\n'), 0, 0);
+    QFile config(kept + QStringLiteral("/menu/build/game_config.asm"));
+    ASSERT_TRUE(config.open(QIODevice::ReadOnly)) << kept.toStdString();
+    EXPECT_TRUE(config.readAll().contains("SHOW_PAGE_NUMBER   =  0"));
+    QDir(kept).removeRecursively();
+
+    quint32 externalMenu = 0, pageNumber = 0;
+    QString menuPath;
+    EXPECT_TRUE(RegistryStore::GetDword(mainKey, QStringLiteral("ExternMenuEnable"), externalMenu) && externalMenu);
+    EXPECT_TRUE(RegistryStore::GetString(mainKey, QStringLiteral("ExternMenuPath"), menuPath) &&
+                menuPath == lostMenu);
+    EXPECT_TRUE(RegistryStore::GetDword(mainKey, QStringLiteral("PageNumber"), pageNumber) && pageNumber);
 }
 
 TEST_F(ZunbrixCommand, BuildWritesTheRomOrSaysWhyNot)
