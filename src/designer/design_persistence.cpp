@@ -228,11 +228,9 @@ bool OpenDesigner(DesignEditor& editor)
     readFixed(design_settings::kBigCursor, &editor.BigCursor, 1);
     readFixed(design_settings::kBigSprite, &document.BigSprite, 1);
 
-    QString caption;
-    if (RegistryStore::GetString(key(), name(design_settings::kCaptionText), caption))
-        editor.SetCaption(caption);
-
+    // The caption the main window handed over stays unless one is stored.
     const bool loaded = document.LoadDesign();
+    editor.SetCaption(document.CaptionText);
     editor.beginEditing();
 
     RegistryStore::GetString(key(), name(kCustomTextEdit), editor.CustomTextEdit);
@@ -297,16 +295,6 @@ void StoreBigCursor(const DesignEditor& editor)
 void StoreBigSprite(const DesignDocument& document)
 {
     writeBytes(design_settings::kBigSprite, QByteArrayView(reinterpret_cast<const char*>(&document.BigSprite), 1));
-}
-
-void LoadMainWindowDesignValues(DesignDocument& document)
-{
-    readFixed(design_settings::kAttributes, document.Attributes);
-    readFixed(design_settings::kBkgPalette, document.BkgPalette);
-    readFixed(design_settings::kSpritePalette, document.SpritePalette);
-    RegistryStore::GetDword(key(), name(design_settings::kCaptionPpuAddr), document.CaptionPpuAddr);
-    RegistryStore::GetDword(key(), name(design_settings::kPageNumberPpuAddr), document.PageNumberPpuAddr);
-    RegistryStore::GetDword(key(), name(design_settings::kItemPpuAddr), document.ItemPpuAddr);
 }
 
 } // namespace zunbrix

@@ -25,11 +25,6 @@ bool CloseDesigner(DesignEditor& editor);
 void StoreBigCursor(const DesignEditor& editor);
 void StoreBigSprite(const DesignDocument& document);
 
-// What the main window reads at its start: the attribute table, both palettes, and the three PPU addresses.
-// The addresses are asked for as numbers while the designer stores them as bytes, so the stored ones are
-// refused and the defaults stay until the designer closes in this process.
-void LoadMainWindowDesignValues(DesignDocument& document);
-
 // The stored form of the history: each snapshot behind a header of its own.
 QByteArray HistoryDataListBytes(const std::vector<QByteArray>& snapshots);
 // Snapshots from the start up to the first entry that is not one, is cut short or is damaged.

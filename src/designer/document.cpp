@@ -6,6 +6,11 @@
 
 namespace zunbrix {
 
+QString DefaultCaption(qsizetype games)
+{
+    return QStringLiteral("%1 IN 1").arg(games);
+}
+
 CharMap DefaultCharMap()
 {
     CharMap map{};

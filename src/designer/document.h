@@ -42,6 +42,9 @@ inline constexpr std::uint8_t kSmallCursorTile = 31;
 inline constexpr int kBkgBank = 0;
 inline constexpr int kSpriteBank = 1;
 
+// "<games> IN 1": the caption of a menu of `games` games, until the user keeps one of their own.
+QString DefaultCaption(qsizetype games);
+
 // Printable ASCII 33..127 draws with the tile of the same number; every other code with tile 0.
 CharMap DefaultCharMap();
 
@@ -55,9 +58,11 @@ public:
     // The document that the build and the designer of this process share.
     static DesignDocument& process();
 
-    // Fills the document from the settings store. Lists are read only while empty; the tiles, the
-    // character map, BigSprite and ArrowTile are read anew each time. False when there are no factory
-    // tiles to fall back on; the loading stops there.
+    // Fills the document with the whole stored design: the one loader of the build, the export and the
+    // windows. Lists are read only while empty; everything else is read anew each time, and a value that
+    // is absent or unreadable leaves its field. The caption replaces the field only when one is stored, so
+    // callers put the default in first. False when there are no factory tiles to fall back on; the loading
+    // stops there.
     bool LoadDesign();
 
     // The 16 bytes of a tile in kBkgBank or kSpriteBank.

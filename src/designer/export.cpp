@@ -1,8 +1,6 @@
 #include "designer/export.h"
 
 #include "frame/generated_text.h"
-#include "designer/design_settings.h"
-#include "frame/registry_store.h"
 #include "frame/text_conversion.h"
 
 #include <algorithm>
@@ -83,12 +81,8 @@ CharMap identityCharMap()
 
 } // namespace
 
-bool exportMenuData(DesignDocument& design, int checkedGames, const QString& folder, bool customEnable)
+bool exportMenuData(const DesignDocument& design, const QString& folder, bool customEnable)
 {
-    design.CaptionText = QStringLiteral("%1 IN 1").arg(checkedGames);
-    RegistryStore::GetString(QString::fromLatin1(design_settings::kKey),
-                             QString::fromLatin1(design_settings::kCaptionText), design.CaptionText);
-
     const auto write = [&](std::string_view name, std::string_view bytes) {
         return writeWholeFile(filePathIn(folder, name), bytes);
     };

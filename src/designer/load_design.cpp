@@ -7,6 +7,8 @@
 #include "designer/document.h"
 #include "frame/registry_store.h"
 
+#include <QtEndian>
+
 #include <algorithm>
 
 namespace zunbrix {
@@ -26,6 +28,21 @@ bool readFixed(const char* name, std::span<std::uint8_t> field)
         return false;
     std::copy(value.begin(), value.end(), field.begin());
     return true;
+}
+
+// A PPU address as the designer stores it, four bytes, or as a number. One that is no cell of the screen
+// would have the menu write past its name table, so it is passed over like an unreadable value.
+void readPpuAddress(const char* name, std::uint32_t& address)
+{
+    std::array<std::uint8_t, 4> bytes{};
+    qToLittleEndian(address, bytes.data());
+    std::uint32_t stored = 0;
+    if (readFixed(name, bytes))
+        stored = qFromLittleEndian<std::uint32_t>(bytes.data());
+    else if (!RegistryStore::GetDword(key(), QString::fromLatin1(name), stored))
+        return;
+    if (stored >= PpuAddress(0, 0) && stored < PpuAddress(0, kScreenRows))
+        address = stored;
 }
 
 void readTileList(const char* name, TileList& list)
@@ -85,6 +102,14 @@ bool DesignDocument::LoadDesign()
     ResetCharMap();
     readFixed(design_settings::kCharMapData, CharMapData);
     readFixed(design_settings::kBigSprite, std::span<std::uint8_t>(&BigSprite, 1));
+
+    readFixed(design_settings::kAttributes, Attributes);
+    readFixed(design_settings::kBkgPalette, BkgPalette);
+    readFixed(design_settings::kSpritePalette, SpritePalette);
+    readPpuAddress(design_settings::kCaptionPpuAddr, CaptionPpuAddr);
+    readPpuAddress(design_settings::kPageNumberPpuAddr, PageNumberPpuAddr);
+    readPpuAddress(design_settings::kItemPpuAddr, ItemPpuAddr);
+    RegistryStore::GetString(key(), QString::fromLatin1(design_settings::kCaptionText), CaptionText);
     return true;
 }
 

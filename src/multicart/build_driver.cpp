@@ -281,7 +281,6 @@ BuildResult Build::run()
         tellError(text::MusicUnavailable, {options_.menuMusic});
         return result;
     }
-    design_.LoadDesign();
 
     // The internal COOLGIRL menu is always planned as 128 KB, whatever size is asked for.
     const bool plannedSmall = !externalMenu() && board_ == BoardType::Coolgirl;
@@ -292,6 +291,9 @@ BuildResult Build::run()
     menu_.setChrLayoutBanks(0);
 
     readGames();
+    // The caption is settled with the rest of the design, before game_config.asm counts it.
+    design_.CaptionText = DefaultCaption(games_.size());
+    design_.LoadDesign();
     const int nameColumn = nameColumnFor(options_, design_);
 
     // Count the banks before anything is written: a list too long for the menu ends here.
@@ -349,7 +351,7 @@ BuildResult Build::run()
                                             static_cast<int>(games_.size()), banks);
     if (!writeGameConfig(buildFolder(), config))
         return result;
-    exportMenuData(design_, static_cast<int>(games_.size()), buildFolder(), options_.customEnable);
+    exportMenuData(design_, buildFolder(), options_.customEnable);
     DeleteFileQuiet(workPath("menu/menu.nes"));
 
     if (!obtainMenu())

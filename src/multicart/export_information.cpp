@@ -70,6 +70,7 @@ ExportInformationResult exportInformation(const ExportSources& sources, int romT
     NesImage menu;
     menu.setPrgBanks(static_cast<std::uint32_t>(menuBanks));
     menu.setPrgLayoutBanks(static_cast<std::uint32_t>(menuBanks));
+    design.CaptionText = DefaultCaption(names.size());
     design.LoadDesign();
     const int nameColumn = nameColumnFor(options, design);
 
@@ -92,7 +93,7 @@ ExportInformationResult exportInformation(const ExportSources& sources, int romT
     result.folder = folder;
 
     const LayoutResult layout = layoutRom(menu, images, board);
-    exportMenuData(design, static_cast<int>(names.size()), folder, options.customEnable);
+    exportMenuData(design, folder, options.customEnable);
     const BankCounts written = generateGameSources(shownNames, layout.images, folder, board, nameColumn, true);
     result.ok = writeGameConfig(folder, gameConfigFor(options, design, board, static_cast<int>(menu.prgBanks),
                                                       static_cast<int>(shownNames.size()), written));

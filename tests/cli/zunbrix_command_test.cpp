@@ -221,4 +221,25 @@ TEST_F(ZunbrixCommand, ExportWritesTheMenuDataWithoutBuilding)
     EXPECT_TRUE(run.err.contains(QStringLiteral("Mapper1 not supported")));
 }
 
+// The designer's stored list position decides where the custom menu's names start and where they are cut.
+TEST_F(ZunbrixCommand, ExportOfTheCustomMenuUsesTheStoredDesign)
+{
+    rom("a.nes", {.mapper = 0, .prgBanks = 1, .chrBanks = 1, .seed = 1});
+    rom(QString(40, 'b') + ".nes", {.mapper = 0, .prgBanks = 1, .chrBanks = 1, .seed = 2});
+    const QString key = QStringLiteral("Software\\Zunbrix\\MenuV2");
+    ASSERT_TRUE(RegistryStore::SetBinary(key, QStringLiteral("ItemPpuAddr"), QByteArray("\xC4\x20\0\0", 4)));
+    ASSERT_TRUE(RegistryStore::SetString(key, QStringLiteral("CaptionText"), QStringLiteral("MY GAMES")));
+
+    const CommandRun run = zunbrix({"export", "--custom-menu", "--dir", "exported", "roms"});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const auto exported = [&](const char* name) {
+        QFile file(root.filePath(QStringLiteral("exported/") + QLatin1String(name)));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    EXPECT_EQ(exported("game_item_addr.asm"), "ITEM_SHOW_POS = $20C4");
+    EXPECT_TRUE(exported("game_list_0.asm").contains("game_name_001 .STR \"" + QByteArray(28, 'B') + "\""));
+    EXPECT_EQ(exported("game_caption_data.asm"), " .STR \"MY GAMES\"");
+    EXPECT_TRUE(exported("game_config.asm").contains("\r\nCAPTION_LENGTH = 8\r\n"));
+}
+
 } // namespace

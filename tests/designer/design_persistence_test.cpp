@@ -128,20 +128,27 @@ TEST_F(PersistenceTest, EmptyListsRemoveTheirValues)
     EXPECT_TRUE(loaded.BkgTileList.empty());
 }
 
-TEST_F(PersistenceTest, MainWindowKeepsDefaultAddressesTheDesignerStoredAsBytes)
+TEST_F(PersistenceTest, WhatTheDesignerKeepsIsWhatTheNextLoadGives)
 {
     editor_.CaptionPos = {3, 4};
+    editor_.PageNumberPos = {1, 28};
+    editor_.ItemPos = {4, 6};
+    editor_.SetCaption("MY GAMES");
+    document_.Attributes.fill(0x1B);
+    document_.BkgPalette[3] = 0x30;
+    document_.SpritePalette[5] = 0x31;
     ASSERT_TRUE(CloseDesigner(editor_));
-    EXPECT_EQ(document_.CaptionPpuAddr, 0x2083u);
 
     DesignDocument fresh;
-    LoadMainWindowDesignValues(fresh);
-    EXPECT_EQ(fresh.CaptionPpuAddr, 0x204Cu);
+    fresh.CaptionText = DefaultCaption(7);
+    ASSERT_TRUE(fresh.LoadDesign());
+    EXPECT_EQ(fresh.CaptionPpuAddr, 0x2083u);
+    EXPECT_EQ(fresh.PageNumberPpuAddr, 0x2381u);
+    EXPECT_EQ(fresh.ItemPpuAddr, 0x20C4u);
+    EXPECT_EQ(fresh.CaptionText, "MY GAMES");
     EXPECT_EQ(fresh.Attributes, document_.Attributes);
-
-    ASSERT_TRUE(RegistryStore::SetDword(kKey, "CaptionPpuAddr", 0x2100));
-    LoadMainWindowDesignValues(fresh);
-    EXPECT_EQ(fresh.CaptionPpuAddr, 0x2100u);
+    EXPECT_EQ(fresh.BkgPalette, document_.BkgPalette);
+    EXPECT_EQ(fresh.SpritePalette, document_.SpritePalette);
 }
 
 TEST_F(PersistenceTest, StoredValuesOfTheWrongSizeKeepDefaults)

@@ -1,10 +1,6 @@
 #include "designer/export.h"
 
-#include "designer/design_settings.h"
-#include "frame/registry_store.h"
-
 #include "support/generated_file.h"
-#include "support/private_settings.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -21,16 +17,7 @@ class MenuExport : public ::testing::Test {
 protected:
     std::string text(const char* name) const { return fileText(dir.filePath(QString::fromLatin1(name))); }
 
-    bool exportWith(int checkedRows, bool customEnable = false)
-    {
-        return exportMenuData(design, checkedRows, dir.path(), customEnable);
-    }
-
-    static void storeCaption(const QString& caption)
-    {
-        ASSERT_TRUE(RegistryStore::SetString(QString::fromLatin1(design_settings::kKey),
-                                             QString::fromLatin1(design_settings::kCaptionText), caption));
-    }
+    bool exportWith(bool customEnable = false) { return exportMenuData(design, dir.path(), customEnable); }
 
     static TileEntry sprite(int x, int y, std::uint8_t tile)
     {
@@ -41,40 +28,37 @@ protected:
         return entry;
     }
 
-    zunbrix::testing::PrivateSettings settings;
     QTemporaryDir dir;
     DesignDocument design;
 };
 
 } // namespace
 
-TEST_F(MenuExport, CaptionCountsCheckedRowsAndAddressFilesHaveNoLineEnd)
+TEST_F(MenuExport, CaptionAndAddressFilesHaveNoLineEnd)
 {
-    ASSERT_TRUE(exportWith(3));
-    EXPECT_EQ(design.CaptionText, QStringLiteral("3 IN 1"));
+    design.CaptionText = DefaultCaption(3);
+    ASSERT_TRUE(exportWith());
     EXPECT_EQ(text("game_caption_data.asm"), " .STR \"3 IN 1\"");
     EXPECT_EQ(text("game_caption_addr.asm"), "TITLE_SHOW_POS = $204C");
     EXPECT_EQ(text("game_page_number_addr.asm"), "PAGE_INDER_SHOW_POS = $236D");
     EXPECT_EQ(text("game_item_addr.asm"), "ITEM_SHOW_POS = $20A9");
 }
 
-TEST_F(MenuExport, StoredCaptionWinsAndIsCutAtTheRowEnd)
+TEST_F(MenuExport, CaptionIsCutAtTheRowEnd)
 {
-    storeCaption(QStringLiteral("\u00DCbersicht"));
+    design.CaptionText = QStringLiteral("\u00DCbersicht");
     design.CaptionPpuAddr = 0x205C; // column 28 leaves four characters
-    ASSERT_TRUE(exportWith(3));
-    EXPECT_EQ(design.CaptionText, QStringLiteral("\u00DCbersicht"));
+    ASSERT_TRUE(exportWith());
     EXPECT_EQ(text("game_caption_data.asm"), " .STR \"?ber\"");
 }
 
-TEST_F(MenuExport, EmptyStoredCaptionLeavesAnOlderCaptionFile)
+TEST_F(MenuExport, EmptyCaptionLeavesAnOlderCaptionFile)
 {
     QFile older(dir.filePath("game_caption_data.asm"));
     ASSERT_TRUE(older.open(QIODevice::WriteOnly));
     older.write("older");
     older.close();
-    storeCaption(QString());
-    ASSERT_TRUE(exportWith(3));
+    ASSERT_TRUE(exportWith());
     EXPECT_EQ(text("game_caption_data.asm"), "older");
     EXPECT_NE(text("char_mapping.bin"), "<missing>");
 }
@@ -87,7 +71,7 @@ TEST_F(MenuExport, SpritesOffTheScreenAreLeftOutOfTheList)
     design.SpriteTileList = {sprite(8, 0, 1), shown, sprite(-1, 8, 2), sprite(256, 8, 3), sprite(8, 240, 4),
                              sprite(255, 239, 6)};
     design.ArrowTileList = {sprite(1, 2, 3), sprite(9, 2, 4), sprite(1, 10, 5), sprite(9, 10, 6)};
-    ASSERT_TRUE(exportWith(1));
+    ASSERT_TRUE(exportWith());
     EXPECT_EQ(text("game_sprite_list.asm"), " .DB $10,$05,$E2,$20\r\n .DB $EF,$06,$00,$FF\r\n");
     EXPECT_EQ(text("game_big_arrow_data.bin"), std::string("\x02\x03\x00\x01\x02\x04\x00\x09\x0A\x05\x00\x01"
                                                            "\x0A\x06\x00\x09",
@@ -108,7 +92,7 @@ TEST_F(MenuExport, NameTableHasTilesOnTheGridAndTextsOverThem)
     design.CustomText = {{0, -2, 2, QStringLiteral("ABC")}, {1, -3, 3, QStringLiteral("ABC")},
                          {2, 5, 4, QStringLiteral("A B")}, {3, 30, 5, QStringLiteral("WXYZ")}};
     design.CharMapData['A'] = 0xA1;
-    ASSERT_TRUE(exportWith(1));
+    ASSERT_TRUE(exportWith());
 
     std::string expected(960, '\0');
     expected[31] = 7;
@@ -130,7 +114,7 @@ TEST_F(MenuExport, DesignBytesAndTheCharacterMap)
     design.ChrData.fill(0x5A);
     design.CharMapData.fill(0x33);
 
-    ASSERT_TRUE(exportWith(1, false));
+    ASSERT_TRUE(exportWith(false));
     std::string identity(256, '\0');
     for (int i = 0; i < 256; ++i)
         identity[static_cast<std::size_t>(i)] = static_cast<char>(i);
@@ -140,14 +124,13 @@ TEST_F(MenuExport, DesignBytesAndTheCharacterMap)
     EXPECT_EQ(text("game_sprite_palette_data.bin"), std::string(16, '\x16'));
     EXPECT_EQ(text("custom_chr_data.bin"), std::string(8192, '\x5A'));
 
-    ASSERT_TRUE(exportWith(1, true));
+    ASSERT_TRUE(exportWith(true));
     EXPECT_EQ(text("char_mapping.bin"), std::string(256, '\x33'));
 }
 
 TEST_F(MenuExport, StopsAtTheFirstFileThatDoesNotOpen)
 {
     const DebugMessages messages;
-    EXPECT_FALSE(exportMenuData(design, 0, dir.filePath("absent"), false));
+    EXPECT_FALSE(exportMenuData(design, dir.filePath("absent"), false));
     EXPECT_EQ(messages.lines, QStringList{QStringLiteral("open file failed!")});
-    EXPECT_EQ(design.CaptionText, QStringLiteral("0 IN 1"));
 }

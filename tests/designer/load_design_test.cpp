@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace zunbrix;
 
 namespace {
@@ -168,6 +170,37 @@ TEST_F(LoadDesignTest, FixedSizeValuesFillTheirStartAndRefuseToOverflow)
     ASSERT_TRUE(document_.LoadDesign());
     EXPECT_EQ(chrOf(document_), QByteArray(kChrBytes, '\x33'));
     EXPECT_EQ(document_.CharMapData, DefaultCharMap()); // reset, then the read failed
+}
+
+// What the designer stores for the menu's look reaches every reader of the design, the build among them.
+TEST_F(LoadDesignTest, TheStoredLookCaptionAndAddressesAreLoaded)
+{
+    document_.CaptionText = DefaultCaption(3);
+    ASSERT_TRUE(document_.LoadDesign());
+    EXPECT_EQ(document_.CaptionText, "3 IN 1"); // nothing stored: the default stays
+    EXPECT_EQ(document_.Attributes, kDefaultAttributes);
+    EXPECT_EQ(document_.ItemPpuAddr, 0x20A9u);
+
+    store(design_settings::kAttributes, QByteArray(64, '\x1B'));
+    store(design_settings::kBkgPalette, QByteArray(16, '\x21'));
+    store(design_settings::kSpritePalette, QByteArray(16, '\x16'));
+    store(design_settings::kItemPpuAddr, QByteArray("\xC4\x20\0\0", 4)); // 8388, as the designer writes it
+    ASSERT_TRUE(RegistryStore::SetDword(kKey, QString::fromLatin1(design_settings::kCaptionPpuAddr), 0x2100));
+    store(design_settings::kPageNumberPpuAddr, QByteArray("\x00\x3F\0\0", 4)); // the palette, no screen cell
+    ASSERT_TRUE(RegistryStore::SetString(kKey, QString::fromLatin1(design_settings::kCaptionText), "MY GAMES"));
+    ASSERT_TRUE(document_.LoadDesign());
+    EXPECT_TRUE(std::ranges::all_of(document_.Attributes, [](std::uint8_t b) { return b == 0x1B; }));
+    EXPECT_TRUE(std::ranges::all_of(document_.BkgPalette, [](std::uint8_t b) { return b == 0x21; }));
+    EXPECT_TRUE(std::ranges::all_of(document_.SpritePalette, [](std::uint8_t b) { return b == 0x16; }));
+    EXPECT_EQ(document_.ItemPpuAddr, 8388u);
+    EXPECT_EQ(document_.CaptionPpuAddr, 0x2100u);
+    EXPECT_EQ(document_.PageNumberPpuAddr, 0x236Du);
+    EXPECT_EQ(document_.CaptionText, "MY GAMES");
+
+    // A caption kept empty stands too: the menu then shows none.
+    ASSERT_TRUE(RegistryStore::SetString(kKey, QString::fromLatin1(design_settings::kCaptionText), QString()));
+    ASSERT_TRUE(document_.LoadDesign());
+    EXPECT_TRUE(document_.CaptionText.isEmpty());
 }
 
 TEST(LoadDesign, WithoutFactoryTilesItFails)

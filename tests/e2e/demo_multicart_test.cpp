@@ -1,10 +1,12 @@
 // The demo multicarts as `make demo` builds them, booted in FCEUX: the menu lists every game of the demo list,
 // and each game, chosen in the menu and started, passes its own board checks. A game started with the wrong
 // registers, CHR or mirroring fails its self-test, and so this test. Also a list of 1,000 tiny NROM games on
-// COOLBOY, of which the last one starts.
+// COOLBOY, of which the last one starts, and a custom menu that shows the look kept in the designer.
 #include "e2e/fceux_runner.h"
 #include "e2e/sample_verdict.h"
+#include "designer/design_settings.h"
 #include "frame/ini_file.h"
+#include "frame/registry_store.h"
 #include "gamelist/list_file.h"
 #include "samples/sample_games.h"
 #include "support/private_settings.h"
@@ -233,6 +235,59 @@ TEST(LongList, LastOfAThousandNromGamesStartsOnCoolboy)
     ASSERT_TRUE(run.finished) << run.log.toStdString();
     EXPECT_EQ(run.values.value(QStringLiteral("selected")).toInt(), kGames - 1);
     EXPECT_EQ(run.values.value(QStringLiteral("started")), QStringLiteral("E7034F")) << "game 999 ran its first lines";
+}
+
+// The custom menu of a real build, on the screen: the kept caption, the kept list position (names start at
+// column 4 of row 6 and are cut where the row ends), the kept attributes and background palette.
+TEST(CustomMenu, ShowsTheLookKeptInTheDesigner)
+{
+    ASSERT_TRUE(missingFceuxTools().isEmpty()) << missingFceuxTools().toStdString();
+    zunbrix::testing::PrivateSettings settings;
+    QTemporaryDir folder;
+    QDir(folder.path()).mkpath(QStringLiteral("games"));
+    const QString names[] = {QStringLiteral("a"), QString(40, QLatin1Char('b'))};
+    for (int i = 0; i < 2; ++i) {
+        QFile file(folder.filePath(QStringLiteral("games/") + names[i] + QStringLiteral(".nes")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(tinyNromGame(i));
+    }
+    const QString key = QString::fromLatin1(design_settings::kKey);
+    const auto store = [&](const char* name, const QByteArray& bytes) {
+        ASSERT_TRUE(RegistryStore::SetBinary(key, QString::fromLatin1(name), bytes));
+    };
+    ASSERT_TRUE(RegistryStore::SetString(key, QString::fromLatin1(design_settings::kCaptionText), "MY GAMES"));
+    store(design_settings::kItemPpuAddr, QByteArray("\xC4\x20\0\0", 4)); // 8388
+    store(design_settings::kAttributes, QByteArray(64, '\x1B'));
+    const QByteArray palette = QByteArray::fromHex("0F162A120F1A2B3C0F0102030F111213");
+    store(design_settings::kBkgPalette, palette);
+
+    const QString rom = folder.filePath(QStringLiteral("custom.nes"));
+    const QString failure = zunbrixBuild({QStringLiteral("-b"), QStringLiteral("coolboy"), QStringLiteral("--custom-menu"),
+                                          QStringLiteral("-o"), rom, folder.filePath("games")},
+                                         folder.path());
+    ASSERT_TRUE(failure.isEmpty()) << failure.toStdString();
+
+    const QString shot = screenshotPath(QStringLiteral("custom-menu"));
+    const QString script = QStringLiteral(R"lua(
+frames(120)
+put("caption", vram_hex(0x204C, 8))
+put("first", vram_hex(0x20C0, 6))
+put("second", vram_hex(0x20E0, 32))
+put("below", vram_hex(0x2100, 12))
+put("attributes", vram_hex(0x23C0, 64))
+put("palette", vram_hex(0x3F00, 16))
+screenshot([==[%1]==])
+)lua").arg(shot);
+    const FceuxRun run = runFceux({rom, script, folder.path(), kTimeoutMs});
+    ASSERT_TRUE(run.finished) << run.log.toStdString();
+    const auto hex = [](const QByteArray& bytes) { return QString::fromLatin1(bytes.toHex().toUpper()); };
+    // The blank shows the background beneath: tile 0 of the empty design.
+    EXPECT_EQ(run.values.value("caption"), hex(QByteArray("MY\0GAMES", 8)));
+    EXPECT_EQ(run.values.value("first"), hex(QByteArray("\0\0\0\0A\0", 6)));
+    EXPECT_EQ(run.values.value("second"), hex(QByteArray(4, '\0') + QByteArray(28, 'B')));
+    EXPECT_EQ(run.values.value("below"), hex(QByteArray(12, '\0'))) << "nothing of the name past the row's end";
+    EXPECT_EQ(run.values.value("attributes"), hex(QByteArray(64, '\x1B')));
+    EXPECT_EQ(run.values.value("palette"), hex(palette));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "menu_fixture.h"
 
 #include "multicart/game_config.h"
+#include "multicart/generation_settings.h"
 #include "multicart/generators.h"
 #include "designer/codec.h"
 #include "designer/document.h"
@@ -373,6 +374,7 @@ bool writeGeneratedFiles(const MenuSetup& setup, const QString& buildFolder)
 bool writeFilesWithGenerators(const MenuSetup& setup, const QString& buildFolder)
 {
     DesignDocument design;
+    design.CaptionText = DefaultCaption(setup.names.size());
     if (!design.LoadDesign()) {
         return false;
     }
@@ -395,34 +397,25 @@ bool writeFilesWithGenerators(const MenuSetup& setup, const QString& buildFolder
         }
         records.push_back(record);
     }
-    const int column = setup.custom ? static_cast<int>(design.ItemPpuAddr & 31) : 6;
-    const GeneratorResult names = generateNames(setup.names, buildFolder, column, true);
+    BuildOptions options;
+    options.boardType = board;
+    options.menuMusic = setup.music;
+    options.pageTurningSpeed = setup.turningSpeed;
+    options.showStyle = setup.style;
+    options.pageSize = setup.pageSize;
+    options.pageNumber = setup.showPageNumber;
+    options.nameInsertRow = setup.nameInsertRow;
+    options.customEnable = setup.custom;
+    const GeneratorResult names = generateNames(setup.names, buildFolder, nameColumnFor(options, design), true);
     const GeneratorResult finals = generateFinalData(records, buildFolder, board, true);
-    if (!names.filesWritten || !finals.filesWritten || !exportMenuData(design, static_cast<int>(setup.names.size()), buildFolder, setup.custom)) {
+    if (!names.filesWritten || !finals.filesWritten) {
         return false;
     }
-    GameConfig config;
-    config.bigCursor = setup.bigCursor;
-    config.bigSprite = design.BigSprite != 0;
-    config.captionLength = static_cast<int>(design.CaptionText.size());
-    config.nameInsertRow = setup.nameInsertRow;
-    config.nameBanks = names.banks;
-    config.finalBanks = finals.banks;
-    config.boardType = setup.board;
-    config.menuPrgBanks = setup.prgSize;
-    config.menuMusic = setup.music;
-    config.pageTurningSpeed = setup.turningSpeed;
-    config.customEnable = setup.custom;
-    config.gamesTotal = static_cast<int>(setup.names.size());
-    config.showStyle = setup.style;
-    config.pageNumber = setup.showPageNumber;
-    config.pageSize = setup.pageSize;
-    config.spriteTileCount = static_cast<int>(design.SpriteTileList.size());
-    config.cursorArrowTile = design.ArrowTile.tile;
-    config.cursorArrowX = design.ArrowTile.x;
-    config.cursorArrowY = design.ArrowTile.y;
-    config.cursorArrowAttributes = SpriteAttributeByte(design.ArrowTile);
-    return writeGameConfig(buildFolder, config);
+    // In the build's order: the configuration, then the design's files.
+    const BankCounts banks{names.banks, 0, finals.banks};
+    const GameConfig config =
+        gameConfigFor(options, design, board, setup.prgSize, static_cast<int>(setup.names.size()), banks);
+    return writeGameConfig(buildFolder, config) && exportMenuData(design, buildFolder, setup.custom);
 }
 
 MenuWorkFolder::MenuWorkFolder(const MenuSetup& setup, GeneratedBy source)

@@ -83,8 +83,9 @@ private:
 // Writes the generated files of `setup` into `buildFolder`; false when a file cannot be written.
 bool writeGeneratedFiles(const MenuSetup& setup, const QString& buildFolder);
 
-// The same through generateNames, generateFinalData, exportMenuData and writeGameConfig, with every game
-// checked and the records of finalRecordBytes. Reads the settings store: callers redirect it.
+// The same through the design's loader, generateNames, generateFinalData, writeGameConfig and
+// exportMenuData in the build's order, with every game checked and the records of finalRecordBytes. The
+// design and BIG_CURSOR come from the settings store: callers redirect it.
 bool writeFilesWithGenerators(const MenuSetup& setup, const QString& buildFolder);
 
 } // namespace zunbrix::testing

@@ -1,6 +1,7 @@
 #include "multicart/assembler_run.h"
 #include "multicart/build_driver.h"
 #include "multicart/synthetic_rom.h"
+#include "designer/design_settings.h"
 #include "frame/paths.h"
 #include "frame/registry_store.h"
 #include "support/private_settings.h"
@@ -274,6 +275,34 @@ TEST_F(BuildDriver, KeptWorkFolderServesAsExternalMenu)
     ASSERT_TRUE(result.ok);
     EXPECT_FALSE(QFileInfo::exists(external + "/script_ran.txt")) << "an image needs no script";
     EXPECT_EQ(fileBytes(result.outputPath), internalRom);
+}
+
+// The look kept in the designer reaches the custom menu's generated files and its assembled image: the
+// caption counted in game_config.asm, which is written before the design's files, and the list's column.
+TEST_F(BuildDriver, StoredDesignReachesTheCustomMenu)
+{
+    const QString key = QString::fromLatin1(design_settings::kKey);
+    ASSERT_TRUE(RegistryStore::SetString(key, QString::fromLatin1(design_settings::kCaptionText), "MY GAMES"));
+    ASSERT_TRUE(RegistryStore::SetBinary(key, QString::fromLatin1(design_settings::kItemPpuAddr),
+                                         QByteArray("\xC4\x20\0\0", 4))); // 8388: column 4, row 6
+    ASSERT_TRUE(RegistryStore::SetBinary(key, QString::fromLatin1(design_settings::kAttributes),
+                                         QByteArray(64, '\x1B')));
+    addStandardGames();
+    request.entries[1].name = QString(40, 'B');
+    request.options.customEnable = true;
+    request.keepWorkFolder = true;
+    ASSERT_TRUE(build().ok) << (user.messages.empty() ? "" : user.messages[0].text.toStdString());
+
+    const QString generated = request.workFolder + "/menu/build/";
+    EXPECT_TRUE(fileBytes(generated + "game_config.asm").contains("\r\nCAPTION_LENGTH = 8\r\n"));
+    EXPECT_EQ(fileBytes(generated + "game_caption_data.asm"), " .STR \"MY GAMES\"");
+    EXPECT_EQ(fileBytes(generated + "game_item_addr.asm"), "ITEM_SHOW_POS = $20C4");
+    EXPECT_EQ(fileBytes(generated + "game_attributes_data.bin"), QByteArray(64, '\x1B'));
+    // The second name does not open its bank, so it is cut where the row ends: 32 - 4 characters.
+    const QByteArray cutName = "game_name_001 .STR \"" + QByteArray(28, 'B') + "\"";
+    EXPECT_TRUE(fileBytes(generated + "game_list_0.asm").contains(cutName));
+    EXPECT_TRUE(fileBytes(request.workFolder + "/menu/menu.nes").contains("\x08MY GAMES"));
+    DeleteFolder(request.workFolder);
 }
 
 #ifndef Q_OS_WIN
