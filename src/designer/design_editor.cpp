@@ -106,7 +106,8 @@ void DesignEditor::recomputeSelectedColor()
 
 void DesignEditor::resetNameTable()
 {
-    document_.CaptionText = QStringLiteral("%1 IN 1").arg(sampleList.AllLines().size());
+    // The field too: it is what the close stores and the snapshots keep.
+    SetCaption(DefaultCaption(sampleList.AllLines().size()));
     resetCustomText();
     CaptionPos = {centredColumn(document_.CaptionText.size()), kCaptionRow};
     PageNumberPos = {centredColumn(sampleList.PageNumberText().size()), kPageNumberRow};

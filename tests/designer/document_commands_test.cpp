@@ -1,4 +1,7 @@
 #include "designer/document_commands.h"
+#include "designer/design_persistence.h"
+#include "designer/export.h"
+#include "designer/undo_history.h"
 #include "designer/design_settings.h"
 #include "designer/snapshot.h"
 #include "frame/registry_store.h"
@@ -38,6 +41,28 @@ TEST_F(DocumentCommandsTest, ResetEverythingIsOneStep)
     EXPECT_EQ(steps(), 2u);
     ResetEverything(editor_);
     EXPECT_EQ(steps(), 2u);
+}
+
+// The reset caption is the one kept at close and in the history, not only the one drawn.
+TEST_F(DocumentCommandsTest, ResetCaptionIsKeptByUndoRedoAndTheClose)
+{
+    editor_.SetList({"ONE", "TWO"}, 10, false);
+    editor_.SetCaption("OLD MENU");
+    ResetNameTableSection(editor_);
+    EXPECT_EQ(editor_.CaptionEdit, "2 IN 1");
+
+    ASSERT_TRUE(Undo(editor_).ok());
+    EXPECT_EQ(editor_.CaptionEdit, "OLD MENU");
+    ASSERT_TRUE(Redo(editor_).ok());
+    EXPECT_EQ(document_.CaptionText, "2 IN 1");
+    EXPECT_EQ(editor_.CaptionEdit, "2 IN 1");
+
+    ASSERT_TRUE(CloseDesigner(editor_));
+    DesignDocument next;
+    next.CaptionText = DefaultCaption(5);
+    ASSERT_TRUE(next.LoadDesign());
+    ASSERT_TRUE(exportMenuData(next, files_.path(), true));
+    EXPECT_EQ(readFile(path("game_caption_data.asm")), " .STR \"2 IN 1\"");
 }
 
 TEST_F(DocumentCommandsTest, ArrowsMoveAPartialSelectionOrEverything)
