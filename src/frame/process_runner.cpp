@@ -5,6 +5,7 @@
 #include "frame/text_conversion.h"
 
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QThread>
@@ -46,8 +47,13 @@ bool ProcessRunner::StartWithTimeout(const QString& exePath, const QString& argu
     if (!pipeInput)
         process_->setInputChannelMode(QProcess::ForwardedInputChannel);
     const QString folder = workFolder.isEmpty() ? FolderOf(exePath) : workFolder;
-    if (!folder.isEmpty())
+    if (!folder.isEmpty()) {
         process_->setWorkingDirectory(WithForwardSlashes(folder));
+        // Systems differ in where they look for such a program: name it from the child's folder on all.
+        const QString program = process_->program();
+        if (IsRelative(program) && !FolderOf(program).isEmpty())
+            process_->setProgram(QDir::cleanPath(WithForwardSlashes(folder) + QLatin1Char('/') + program));
+    }
 
     process_->start();
     if (!process_->waitForStarted(-1)) {

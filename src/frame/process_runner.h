@@ -26,8 +26,10 @@ public:
     // Output to a pipe for ReadOutput, no waiting: the form for tools whose output matters.
     bool StartCaptured(const QString& exePath, const QString& arguments, const QString& workFolder);
     // The command line is `"exePath" arguments` (see CommandLineOf). The child runs in workFolder, else in the
-    // folder of exePath, else in ours. Without pipes it shares our standard input and output. When `wait`, waits
-    // up to timeoutMs for the child to end (-1: for ever). True if the child started.
+    // folder of exePath, else in ours. A relative exePath with a folder in it ("../tools/nesasm") names the
+    // program from the child's folder on every platform, so that a deep folder need not be on the cut line.
+    // Without pipes it shares our standard input and output. When `wait`, waits up to timeoutMs for the
+    // child to end (-1: for ever). True if the child started.
     bool StartWithTimeout(const QString& exePath, const QString& arguments, const QString& workFolder,
                           bool pipeInput, bool pipeOutput, bool wait, int timeoutMs);
 

@@ -32,4 +32,7 @@ inline constexpr int AssemblerNotStarted = 901;
 inline constexpr int AssemblerStopped = 902;
 inline constexpr int MusicUnavailable = 903;
 
+// Files and processes.
+inline constexpr int WorkFolderNotMade = 921;
+
 } // namespace zunbrix::text

@@ -27,10 +27,16 @@ inline constexpr const char* kMenuAssembler = "tools/nesasm";
 // The rows, in the order they are written: the assembler, the five sources, the default pattern table.
 std::span<const MenuSourceFile> MenuSourceFiles();
 
+// How writing the tree ended; on failure, the folder or file that could not be made and the system's reason.
+struct ExtractResult {
+    bool ok = false;
+    QString failedPath;
+    QString reason;
+};
+
 // Writes every row below workFolder, creating folders (and menu/build for the generators) as needed. On the
-// first failure it stops, removes the whole work folder and returns false; the build may carry on and
-// will find the failure when the assembler cannot run.
-bool ExtractMenuSources(const QString& workFolder);
+// first failure it stops and removes the whole work folder.
+ExtractResult ExtractMenuSources(const QString& workFolder);
 
 // Deletes the work folder with its contents; an empty path is nothing to do and succeeds.
 bool RemoveWorkFolder(const QString& workFolder);

@@ -18,7 +18,9 @@ AssemblerRun runAssembler(const QString& assemblerPath, const QString& sourcePat
 {
     AssemblerRun run;
     ProcessRunner runner;
-    run.started = runner.StartCaptured(assemblerPath, quoted(sourcePath), FolderOf(sourcePath));
+    const QString folder = FolderOf(sourcePath);
+    const QString tool = RelativePath(folder, assemblerPath).value_or(assemblerPath);
+    run.started = runner.StartCaptured(tool, quoted(FileNameOf(sourcePath, true)), folder);
     if (!run.started)
         return run;
     // The first output may come long before the tool has written its image: only its end counts.

@@ -14,7 +14,8 @@ struct AssemblerRun {
 
 // Runs `assemblerPath` on `sourcePath`, in the source's folder so that its relative includes resolve, and
 // waits for the tool's real end while collecting all it prints. A tool still running after `limitMs` is
-// killed. Success is a finished run with exit code 0.
+// killed. Success is a finished run with exit code 0. The command line names both files from that folder,
+// so the length of the folders' paths does not count against its limit.
 AssemblerRun runAssembler(const QString& assemblerPath, const QString& sourcePath, int limitMs);
 
 // Runs a script that prepares an external menu's source (.bat on Windows, .sh elsewhere) in `folder` and

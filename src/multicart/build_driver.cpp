@@ -309,7 +309,10 @@ BuildResult Build::run()
     const WorkFolderHold workFolder(request_.workFolder, request_.keepWorkFolder);
     if (request_.keepWorkFolder)
         result.keptWorkFolder = request_.workFolder;
-    ExtractMenuSources(request_.workFolder);
+    if (const ExtractResult extracted = ExtractMenuSources(request_.workFolder); !extracted.ok) {
+        tellError(text::WorkFolderNotMade, {extracted.failedPath, extracted.reason});
+        return result;
+    }
 
     if (games_.empty()) {
         tell(text::NoFilesSelected, text(text::NoFilesSelected), text::TitleTips);

@@ -37,7 +37,7 @@ protected:
     {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), root.filePath("data"));
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), dataHome);
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(root.path());
         process.start(QStringLiteral(ZUNBRIX_PROGRAM), arguments);
@@ -58,13 +58,15 @@ protected:
         rom("c-rider.NES", {.mapper = 1, .prgBanks = 8, .chrBanks = 0, .seed = 3});
         QFile(root.filePath("roms/notes.txt")).open(QIODevice::WriteOnly);
     }
+    QString workFolders() const { return dataHome + QStringLiteral("/Temp/Zunbrix"); }
     bool workLeft() const
     {
-        return !QDir(root.filePath("data/Temp/Zunbrix")).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot);
+        return !QDir(workFolders()).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot);
     }
 
     zunbrix::testing::PrivateSettings settings;
     QTemporaryDir root;
+    QString dataHome = root.filePath("data"); // the user's local data, and so the work folders
 };
 
 TEST_F(ZunbrixCommand, CheckListsEveryGameWithTheListsColumns)
@@ -240,6 +242,39 @@ TEST_F(ZunbrixCommand, ExportOfTheCustomMenuUsesTheStoredDesign)
     EXPECT_TRUE(exported("game_list_0.asm").contains("game_name_001 .STR \"" + QByteArray(28, 'B') + "\""));
     EXPECT_EQ(exported("game_caption_data.asm"), " .STR \"MY GAMES\"");
     EXPECT_TRUE(exported("game_config.asm").contains("\r\nCAPTION_LENGTH = 8\r\n"));
+}
+
+TEST_F(ZunbrixCommand, WorkFolderThatCannotBeMadeIsNamedWithTheSystemsReason)
+{
+    addGames();
+    QFile blocker(root.filePath("data"));
+    ASSERT_TRUE(QDir(root.path()).rmdir(QStringLiteral("data")));
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+
+    const CommandRun run = zunbrix({"build", "-b", "coolgirl", "--music", "0", "-o", "cart.nes", "roms"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("The work folder cannot be made: ") + root.filePath("data/Temp/Zunbrix/")))
+        << run.err.toStdString();
+#ifdef Q_OS_UNIX
+    EXPECT_TRUE(run.err.contains(QStringLiteral(": Not a directory"))) << run.err.toStdString();
+#endif
+    EXPECT_FALSE(QFileInfo::exists(root.filePath("cart.nes")));
+}
+
+// The assembler's command line holds at most 259 characters; a deep work folder must not matter.
+TEST_F(ZunbrixCommand, BuildsWithAWorkFolderPathOfOver300Characters)
+{
+    addGames();
+    for (int depth = 0; depth < 6; ++depth)
+        dataHome += QLatin1Char('/') + QString(50, QLatin1Char('a' + depth));
+    ASSERT_TRUE(QDir().mkpath(dataHome));
+    ASSERT_GT(workFolders().size(), 300);
+
+    const CommandRun run = zunbrix({"build", "-b", "coolgirl", "--music", "0", "-o", "cart.nes", "roms"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(QFileInfo(root.filePath("cart.nes")).size() > 128 * 1024);
+    EXPECT_FALSE(workLeft());
 }
 
 } // namespace

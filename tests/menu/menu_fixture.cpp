@@ -421,7 +421,7 @@ bool writeFilesWithGenerators(const MenuSetup& setup, const QString& buildFolder
 MenuWorkFolder::MenuWorkFolder(const MenuSetup& setup, GeneratedBy source)
 {
     const QString build = folder_.path() + QLatin1Char('/') + QLatin1String(kMenuBuildFolder);
-    ready_ = folder_.isValid() && ExtractMenuSources(folder_.path()) &&
+    ready_ = folder_.isValid() && ExtractMenuSources(folder_.path()).ok &&
              (source == GeneratedBy::Fixture ? writeGeneratedFiles(setup, build) : writeFilesWithGenerators(setup, build));
 }
 

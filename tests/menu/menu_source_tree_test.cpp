@@ -20,7 +20,7 @@ TEST(MenuSourceTree, ExtractsEveryFileByteForByte)
 {
     QTemporaryDir temp;
     const QString work = temp.path() + "/work/4242";
-    ASSERT_TRUE(ExtractMenuSources(work));
+    ASSERT_TRUE(ExtractMenuSources(work).ok);
 
     QStringList paths;
     for (const MenuSourceFile& row : MenuSourceFiles()) {
@@ -61,24 +61,32 @@ TEST(MenuSourceTree, ExtractionAgainTruncatesOlderFiles)
     ASSERT_TRUE(old.open(QIODevice::WriteOnly));
     old.write(QByteArray(4 << 20, ';'));
     old.close();
-    ASSERT_TRUE(ExtractMenuSources(temp.path()));
+    ASSERT_TRUE(ExtractMenuSources(temp.path()).ok);
     EXPECT_LT(QFileInfo(temp.path() + "/menu/menu.asm").size(), 1 << 20);
 }
 
-TEST(MenuSourceTree, FailureRemovesTheWholeWorkFolder)
+TEST(MenuSourceTree, FailureNamesWhatCouldNotBeMadeAndWhyAndRemovesTheWholeWorkFolder)
 {
     QTemporaryDir temp;
     // A folder where the main source should go: the tools are written, then the walk fails.
     const QString work = temp.path() + "/work";
     ASSERT_TRUE(QDir().mkpath(work + "/menu/menu.asm"));
-    EXPECT_FALSE(ExtractMenuSources(work));
+    ExtractResult result = ExtractMenuSources(work);
+    EXPECT_FALSE(result.ok);
+    EXPECT_EQ(result.failedPath, work + "/menu/menu.asm");
+    EXPECT_FALSE(result.reason.isEmpty());
     EXPECT_FALSE(QFileInfo::exists(work));
 
     // A work folder below a plain file cannot be made at all.
     QFile blocker(temp.path() + "/file");
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
     blocker.close();
-    EXPECT_FALSE(ExtractMenuSources(temp.path() + "/file/work"));
+    result = ExtractMenuSources(temp.path() + "/file/work");
+    EXPECT_FALSE(result.ok);
+    EXPECT_EQ(result.failedPath, temp.path() + "/file/work");
+#ifdef Q_OS_UNIX
+    EXPECT_EQ(result.reason, "Not a directory");
+#endif
     EXPECT_TRUE(QFileInfo(temp.path() + "/file").isFile());
 }
 
@@ -88,7 +96,7 @@ TEST(MenuSourceTree, RemoveWorkFolder)
 
     QTemporaryDir temp;
     const QString work = temp.path() + "/work";
-    ASSERT_TRUE(ExtractMenuSources(work));
+    ASSERT_TRUE(ExtractMenuSources(work).ok);
     EXPECT_TRUE(RemoveWorkFolder(work));
     EXPECT_FALSE(QFileInfo::exists(work));
     EXPECT_TRUE(QFileInfo(temp.path()).isDir());
