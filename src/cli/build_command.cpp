@@ -64,7 +64,15 @@ int RunBuildCommand(const CliRequest& request)
     const QString output = request.output.isEmpty()
                                ? QStringLiteral("zunbrix-%1.nes").arg(boardName(build.options.boardType).toLower())
                                : request.output;
-    ConsoleUser user({QFileInfo(output).absoluteFilePath(), OutputTypeOf(output)}, language);
+    const OutputChoice choice{QFileInfo(output).absoluteFilePath(), OutputTypeOf(output)};
+    ConsoleUser user(choice, language);
+    // Refused before anything is read: the ROM would take the place of a game or list the build reads.
+    if (const QString replaced = InputReplacedBy(OutputPathOf(choice), build.entries);
+        !replaced.isEmpty()) {
+        user.ShowMessage({text::OutputIsInput, FormatText(StringTable::Get(text::OutputIsInput, language), {replaced}),
+                          text::TitleError, MessageStyle::Ok});
+        return kExitFailure;
+    }
     std::atomic<bool> busy{false};
     const BuildResult result = runBuild(build, user, busy);
     if (!result.keptWorkFolder.isEmpty())

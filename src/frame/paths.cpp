@@ -8,7 +8,9 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
+#include <system_error>
 
 #ifdef Q_OS_WIN
 #include <windows.h>
@@ -184,6 +186,15 @@ bool DeleteFileQuiet(const QString& path)
     if (!info.exists() && !info.isSymLink())
         return true;
     return !info.isDir() && QFile::remove(file);
+}
+
+bool IsSameFile(const QString& a, const QString& b)
+{
+    // The system compares the files themselves (device and file number), so hard links count as well.
+    std::error_code error;
+    return std::filesystem::equivalent(std::filesystem::path(WithForwardSlashes(a).toStdU16String()),
+                                       std::filesystem::path(WithForwardSlashes(b).toStdU16String()), error) &&
+           !error;
 }
 
 } // namespace zunbrix

@@ -48,5 +48,7 @@ bool FileExists(const QString& path);
 bool FolderExists(const QString& path);
 // True if the file is gone afterwards: deleted now, or never there.
 bool DeleteFileQuiet(const QString& path);
+// True when both paths lead to one existing file: the same path spelled another way, or through a link.
+bool IsSameFile(const QString& a, const QString& b);
 
 } // namespace zunbrix

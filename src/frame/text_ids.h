@@ -32,7 +32,8 @@ inline constexpr int AssemblerNotStarted = 901;
 inline constexpr int AssemblerStopped = 902;
 inline constexpr int MusicUnavailable = 903;
 
-// Files and processes.
+// Files and processes: an output that is one of the inputs, a work folder that cannot be made.
+inline constexpr int OutputIsInput = 920;
 inline constexpr int WorkFolderNotMade = 921;
 
 } // namespace zunbrix::text

@@ -71,13 +71,6 @@ private:
     bool keep_;
 };
 
-QString withExtension(const QString& path, const char* extension)
-{
-    if (ExtensionOf(path, false).compare(QLatin1String(extension), Qt::CaseInsensitive) == 0)
-        return path;
-    return path + QLatin1Char('.') + QLatin1String(extension);
-}
-
 // The names the menu lists: the number in front when asked for, then always a dot.
 QStringList displayNames(const std::vector<const GameEntry*>& checked, const BuildOptions& options)
 {
@@ -241,11 +234,11 @@ bool Build::writeOutput(const LayoutResult& layout, BuildResult& result)
     lastSaveType = static_cast<int>(choice->type);
     RegistryStore::SetString(kSettingsKey, kLastBuildDir, FolderOf(choice->path));
 
-    const char* extension = "nes";
-    for (const OutputFormat& format : kOutputFormats)
-        if (format.type == choice->type)
-            extension = format.extension;
-    result.outputPath = withExtension(choice->path, extension);
+    result.outputPath = OutputPathOf(*choice);
+    if (const QString replaced = InputReplacedBy(result.outputPath, request_.entries); !replaced.isEmpty()) {
+        tellError(text::OutputIsInput, {replaced});
+        return false;
+    }
     result.mapper = board_ == BoardType::Coolgirl ? 342 : 268;
     result.submapper = board_ == BoardType::Mindkids ? 1 : 0;
 
@@ -388,6 +381,25 @@ QString DefaultWorkFolder()
 {
     return KnownFolder(KnownFolderId::LocalAppData) + QStringLiteral("/Temp/Zunbrix/") +
            QString::number(QCoreApplication::applicationPid());
+}
+
+QString OutputPathOf(const OutputChoice& choice)
+{
+    const char* extension = "nes";
+    for (const OutputFormat& format : kOutputFormats)
+        if (format.type == choice.type)
+            extension = format.extension;
+    if (ExtensionOf(choice.path, false).compare(QLatin1String(extension), Qt::CaseInsensitive) == 0)
+        return choice.path;
+    return choice.path + QLatin1Char('.') + QLatin1String(extension);
+}
+
+QString InputReplacedBy(const QString& outputPath, const std::vector<GameEntry>& entries)
+{
+    for (const GameEntry& entry : entries)
+        if (IsSameFile(outputPath, entry.path))
+            return entry.path;
+    return {};
 }
 
 BuildResult runBuild(const BuildRequest& request, BuildUser& user, std::atomic<bool>& busy)

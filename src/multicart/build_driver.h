@@ -78,6 +78,12 @@ struct BuildResult {
 // The work folder of this process: the user's local application data, Temp/Zunbrix/<process id>.
 QString DefaultWorkFolder();
 
+// The path the ROM goes to: the chosen one, with the type's extension added unless it already ends so.
+QString OutputPathOf(const OutputChoice& choice);
+// The path of the first entry whose file writing `outputPath` would replace, whatever the spelling of either
+// and through links; "" when there is none.
+QString InputReplacedBy(const QString& outputPath, const std::vector<GameEntry>& entries);
+
 // Builds the multicart. Refuses while `busy` is set, and holds it set while it runs. Every refusal or
 // failure is told through `user` before the build ends; the work folder is removed on every path.
 BuildResult runBuild(const BuildRequest& request, BuildUser& user, std::atomic<bool>& busy);

@@ -69,6 +69,12 @@ protected:
     QString dataHome = root.filePath("data"); // the user's local data, and so the work folders
 };
 
+QByteArray fileBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 TEST_F(ZunbrixCommand, CheckListsEveryGameWithTheListsColumns)
 {
     addGames();
@@ -242,6 +248,37 @@ TEST_F(ZunbrixCommand, ExportOfTheCustomMenuUsesTheStoredDesign)
     EXPECT_TRUE(exported("game_list_0.asm").contains("game_name_001 .STR \"" + QByteArray(28, 'B') + "\""));
     EXPECT_EQ(exported("game_caption_data.asm"), " .STR \"MY GAMES\"");
     EXPECT_TRUE(exported("game_config.asm").contains("\r\nCAPTION_LENGTH = 8\r\n"));
+}
+
+// The ROM must never take the place of a game it is built from, whichever way the path reaches it; the
+// refusal comes before the build reads anything (else the unsupported c-rider would be reported first).
+TEST_F(ZunbrixCommand, OutputThatIsOneOfTheInputsIsRefusedBeforeTheBuild)
+{
+    addGames();
+    const QString alpha = root.filePath("roms/a-alpha.nes");
+    const QByteArray alphaBytes = fileBytes(alpha);
+    ASSERT_TRUE(QFile::link(alpha, root.filePath("link.nes")));
+    std::vector<GameEntry> list{GameEntry(root.filePath("roms/b-bravo.nes"))};
+    list[0].checked = false;
+    ASSERT_TRUE(SaveListFile(root.filePath("list.qvl"), list));
+
+    const QStringList refused[] = {
+        {"build", "-o", "roms/a-alpha.nes", "roms"},
+        {"build", "-o", "./roms//../roms/a-alpha", "roms"}, // the .nes is added to the name given
+        {"build", "-o", "link.nes", "roms/a-alpha.nes", "roms/c-rider.NES"},
+        {"build", "-o", "roms/b-bravo.nes", "list.qvl", "roms/c-rider.NES"}, // unchecked, but the user's file all the same
+    };
+    for (const QStringList& arguments : refused) {
+        const CommandRun run = zunbrix(arguments);
+        EXPECT_EQ(run.exitCode, 1) << arguments.join(' ').toStdString();
+        EXPECT_TRUE(run.err.contains(QStringLiteral("is one of the input files"))) << run.err.toStdString();
+        EXPECT_FALSE(run.err.contains(QStringLiteral("not supported"))) << run.err.toStdString();
+    }
+    EXPECT_EQ(fileBytes(alpha), alphaBytes);
+    EXPECT_TRUE(QFileInfo(root.filePath("roms/b-bravo.nes")).size() > 0);
+    const CommandRun named = zunbrix(refused[0]);
+    EXPECT_TRUE(named.err.contains(alpha)) << named.err.toStdString();
+    EXPECT_FALSE(workLeft());
 }
 
 TEST_F(ZunbrixCommand, WorkFolderThatCannotBeMadeIsNamedWithTheSystemsReason)

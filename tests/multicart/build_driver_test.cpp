@@ -240,6 +240,20 @@ TEST_F(BuildDriver, CancelledSaveEndsSilentlyAndFailedWriteSaysSo)
     EXPECT_FALSE(workFolderLeft());
 }
 
+// Whichever front end chose it, an output that is one of the games is refused and the game is kept.
+TEST_F(BuildDriver, OutputOnOneOfTheGamesIsRefused)
+{
+    addStandardGames();
+    const QString bravo = request.entries[1].path;
+    const QByteArray bravoBytes = fileBytes(bravo);
+    user.output = OutputChoice{root.path() + "/./Bravo", OutputType::Nes};
+    EXPECT_FALSE(build().ok);
+    EXPECT_EQ(onlyMessage().textId, 920);
+    EXPECT_TRUE(onlyMessage().text.contains(bravo));
+    EXPECT_EQ(fileBytes(bravo), bravoBytes);
+    EXPECT_FALSE(workFolderLeft());
+}
+
 // A kept work folder holds a complete menu tree; that tree, copied elsewhere, serves as an external menu in
 // source form (with its script run first), and its assembled image as an external menu as it stands.
 TEST_F(BuildDriver, KeptWorkFolderServesAsExternalMenu)
