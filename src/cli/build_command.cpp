@@ -3,6 +3,7 @@
 #include "cli/cli_inputs.h"
 #include "cli/cli_options.h"
 #include "cli/console_user.h"
+#include "cli/stop_signals.h"
 #include "frame/text_format.h"
 #include "gamelist/list_file.h"
 #include "frame/text_ids.h"
@@ -44,6 +45,8 @@ QString summary(const BuildResult& result, BoardType board)
 
 int RunBuildCommand(const CliRequest& request)
 {
+    const StopSignals stopSignals;
+    RemoveAbandonedWorkFolders();
     const Language language = LanguageFor(request);
     InputList inputs = ReadInputs(request.inputs, GameHeaders::LeftUnread);
     for (const QString& problem : inputs.problems)
@@ -60,6 +63,7 @@ int RunBuildCommand(const CliRequest& request)
     build.language = language;
     build.workFolder = DefaultWorkFolder();
     build.keepWorkFolder = request.keepWork;
+    build.stop = &stopSignals.requested();
 
     const QString output = request.output.isEmpty()
                                ? QStringLiteral("zunbrix-%1.nes").arg(boardName(build.options.boardType).toLower())
@@ -78,7 +82,7 @@ int RunBuildCommand(const CliRequest& request)
     if (!result.keptWorkFolder.isEmpty())
         PrintOutput(QStringLiteral("work folder kept: ") + result.keptWorkFolder);
     if (!result.ok)
-        return kExitFailure;
+        return stopSignals.requested() ? stopSignals.exitCode() : kExitFailure;
     PrintOutput(summary(result, build.options.boardType));
     return kExitSuccess;
 }

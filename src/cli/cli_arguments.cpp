@@ -50,7 +50,8 @@ constexpr std::array<OptionSpec, 18> kOptions{{
     {OptionId::ExternalMenu, "external-menu", '\0', "PATH", kBuild, "use this menu (.asm source or .nes image)",
      kOnOff},
     {OptionId::Language, "language", '\0', "en|zh", kEvery, "language of the messages"},
-    {OptionId::KeepWork, "keep-work", '\0', "", kBuild, "keep the work folder and print its path", kOnOff},
+    {OptionId::KeepWork, "keep-work", '\0', "", kBuild, "keep the work folder until the next build and print its path",
+     kOnOff},
     {OptionId::Help, "help", 'h', "", kEvery, "show this help"},
 }};
 

@@ -10,6 +10,13 @@
 #include <QProcess>
 #include <QThread>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <cerrno>
+#include <csignal>
+#endif
+
 namespace zunbrix {
 
 namespace {
@@ -134,6 +141,22 @@ void ProcessRunner::Close()
     }
     process_->closeWriteChannel();
     process_->closeReadChannel(QProcess::StandardOutput);
+}
+
+bool IsProcessRunning(qint64 processId)
+{
+#ifdef Q_OS_WIN
+    HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(processId));
+    if (!process)
+        return GetLastError() == ERROR_ACCESS_DENIED;
+    DWORD exitCode = 0;
+    const bool running = GetExitCodeProcess(process, &exitCode) && exitCode == STILL_ACTIVE;
+    CloseHandle(process);
+    return running;
+#else
+    // Signal 0 only asks whether the process exists; one of another user's answers "not permitted".
+    return processId > 0 && (::kill(static_cast<pid_t>(processId), 0) == 0 || errno == EPERM);
+#endif
 }
 
 } // namespace zunbrix

@@ -58,4 +58,7 @@ private:
     bool hasOutputPipe_ = false;
 };
 
+// True while a process of that number exists (also one of another user's).
+bool IsProcessRunning(qint64 processId);
+
 } // namespace zunbrix

@@ -32,8 +32,9 @@ inline constexpr int AssemblerNotStarted = 901;
 inline constexpr int AssemblerStopped = 902;
 inline constexpr int MusicUnavailable = 903;
 
-// Files and processes: an output that is one of the inputs, a work folder that cannot be made.
+// Files and processes: an output that is one of the inputs, a work folder that cannot be made, a stop.
 inline constexpr int OutputIsInput = 920;
 inline constexpr int WorkFolderNotMade = 921;
+inline constexpr int BuildStopped = 922;
 
 } // namespace zunbrix::text

@@ -11,12 +11,14 @@
 #include "designer/document.h"
 #include "designer/export.h"
 #include "frame/paths.h"
+#include "frame/process_runner.h"
 #include "frame/registry_store.h"
 #include "frame/text_format.h"
 #include "menu/menu_source_tree.h"
 #include "frame/text_ids.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 #include <algorithm>
 #include <exception>
@@ -28,6 +30,12 @@ namespace {
 
 const QString kSettingsKey = QStringLiteral("Software\\Zunbrix");
 const QString kLastBuildDir = QStringLiteral("LastBuildDir");
+
+// Every process's work folder lies in here, named by its process number.
+QString workFolderRoot()
+{
+    return KnownFolder(KnownFolderId::LocalAppData) + QStringLiteral("/Temp/Zunbrix");
+}
 
 // The file type of the last save, kept for the next build of this process.
 std::atomic<int> lastSaveType{static_cast<int>(OutputType::Nes)};
@@ -54,13 +62,17 @@ private:
     std::atomic<bool>& busy_;
 };
 
-// Removes the work folder when the build ends, also when something throws, unless the user asked to keep it.
+// The build was asked to stop; thrown where it notices, so that every hold on the way out lets go.
+struct StoppedOnRequest {};
+
+// Removes the work folder when the build ends, unless the user asked to keep it from a build that ran its
+// course: a build ended by a stop or by an exception leaves nothing.
 class WorkFolderHold {
 public:
     WorkFolderHold(const QString& folder, bool keep) : folder_(folder), keep_(keep) {}
     ~WorkFolderHold()
     {
-        if (!keep_)
+        if (!keep_ || std::uncaught_exceptions() > 0)
             RemoveWorkFolder(folder_);
     }
     WorkFolderHold(const WorkFolderHold&) = delete;
@@ -106,6 +118,12 @@ private:
     void tellError(int textId, std::initializer_list<TextArg> args)
     {
         tell(textId, FormatText(text(textId), args), text::TitleError);
+    }
+    bool stopRequested() const { return request_.stop && request_.stop->load(); }
+    void stopIfRequested() const
+    {
+        if (stopRequested())
+            throw StoppedOnRequest{};
     }
 
     QString workPath(const char* relative) const
@@ -155,11 +173,14 @@ void Build::readGames()
     const bool allRead = runShared(
         checked_.size(),
         [&](std::size_t i) {
+            if (stopRequested())
+                return false;
             games_[i].load(checked_[i]->path);
             games_[i].listIndex = static_cast<std::uint32_t>(i);
             return true;
         },
         [&](std::size_t finished) { user_.Progress(BuildStage::ReadingGames, static_cast<int>(finished), total); });
+    stopIfRequested();
     if (!allRead)
         throw std::runtime_error("a game could not be read");
     user_.Progress(BuildStage::ReadingGames, total, total);
@@ -169,8 +190,9 @@ void Build::readGames()
 bool Build::assemble(const QString& source)
 {
     user_.Progress(BuildStage::Assembling, 0, 1);
-    const AssemblerRun run = runAssembler(workPath(kMenuAssembler), source, request_.assemblerLimitMs);
+    const AssemblerRun run = runAssembler(workPath(kMenuAssembler), source, request_.assemblerLimitMs, request_.stop);
     user_.Progress(BuildStage::Assembling, 1, 1);
+    stopIfRequested(); // a tool ended by the stop has nothing to say
     if (!run.started) {
         tellError(text::AssemblerNotStarted, {workPath(kMenuAssembler)});
         return false;
@@ -246,20 +268,21 @@ bool Build::writeOutput(const LayoutResult& layout, BuildResult& result)
     RomWriteResult written;
     switch (choice->type) {
     case OutputType::Nes:
-        written = writeNes(layout, result.outputPath, result.mapper, result.submapper);
+        written = writeNes(layout, result.outputPath, result.mapper, result.submapper, request_.stop);
         break;
     case OutputType::Unif: {
         const char* boardName = board_ == BoardType::Coolgirl   ? "COOLGIRL"
                                 : board_ == BoardType::Mindkids ? "MINDKIDS"
                                                                 : "COOLBOY";
-        written = writeRaw(layout, result.outputPath, QLatin1String(boardName), true);
+        written = writeRaw(layout, result.outputPath, QLatin1String(boardName), true, request_.stop);
         break;
     }
     case OutputType::Bin:
-        written = writeRaw(layout, result.outputPath, QStringLiteral("COOLBOY"), false);
+        written = writeRaw(layout, result.outputPath, QStringLiteral("COOLBOY"), false, request_.stop);
         break;
     }
     user_.Progress(BuildStage::WritingRom, 1, 1);
+    stopIfRequested();
     if (!written.ok) {
         tell(text::OperationFailed, text(text::OperationFailed), text::TitleError);
         return false;
@@ -270,6 +293,7 @@ bool Build::writeOutput(const LayoutResult& layout, BuildResult& result)
 BuildResult Build::run()
 {
     BuildResult result;
+    stopIfRequested();
     if (!isMenuMusicAvailable(options_.menuMusic) && !externalMenu()) {
         tellError(text::MusicUnavailable, {options_.menuMusic});
         return result;
@@ -306,6 +330,7 @@ BuildResult Build::run()
         tellError(text::WorkFolderNotMade, {extracted.failedPath, extracted.reason});
         return result;
     }
+    stopIfRequested();
 
     if (games_.empty()) {
         tell(text::NoFilesSelected, text(text::NoFilesSelected), text::TitleTips);
@@ -333,7 +358,8 @@ BuildResult Build::run()
         const QString script = besideExternal("sh");
 #endif
         if (FileExists(script))
-            runMenuScript(script, FolderOf(options_.externMenuPath));
+            runMenuScript(script, FolderOf(options_.externMenuPath), request_.stop);
+        stopIfRequested();
         if (!assemble(options_.externMenuPath))
             return result;
         menu_ = NesImage(besideExternal("nes"));
@@ -379,8 +405,19 @@ void BuildUser::Progress(BuildStage, int, int) {}
 
 QString DefaultWorkFolder()
 {
-    return KnownFolder(KnownFolderId::LocalAppData) + QStringLiteral("/Temp/Zunbrix/") +
-           QString::number(QCoreApplication::applicationPid());
+    return workFolderRoot() + QLatin1Char('/') + QString::number(QCoreApplication::applicationPid());
+}
+
+void RemoveAbandonedWorkFolders()
+{
+    const QDir root(workFolderRoot());
+    const qint64 own = QCoreApplication::applicationPid();
+    for (const QString& name : root.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        bool isNumber = false;
+        const qint64 processId = name.toLongLong(&isNumber);
+        if (isNumber && name == QString::number(processId) && processId != own && !IsProcessRunning(processId))
+            RemoveWorkFolder(root.filePath(name));
+    }
 }
 
 QString OutputPathOf(const OutputChoice& choice)
@@ -421,6 +458,11 @@ BuildResult runBuild(const BuildRequest& request, BuildUser& user, std::atomic<b
     }
     try {
         return Build(request, user).run();
+    } catch (const StoppedOnRequest&) {
+        show(text::BuildStopped, {}, text::TitleWarn);
+        BuildResult stopped;
+        stopped.stopped = true;
+        return stopped;
     } catch (const std::exception&) {
         // Out of memory or the like: the build ends as failed, its work folder already gone.
         show(text::OperationFailed, {}, text::TitleError);

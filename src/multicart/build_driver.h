@@ -62,6 +62,9 @@ struct BuildRequest {
     QString workFolder;             // private to this build; removed at its end
     bool keepWorkFolder = false;    // leave the work folder for a look at the menu's sources
     int assemblerLimitMs = 60000;   // a tool still running then is killed
+    // Set from outside (a signal, a window's button) to end the build early: it then removes its work folder
+    // and writes no output, leaving an earlier file of that name as it was. Nothing: never.
+    const std::atomic<bool>* stop = nullptr;
 };
 
 struct BuildResult {
@@ -73,10 +76,13 @@ struct BuildResult {
     std::uint16_t mapper = 0;
     std::uint8_t submapper = 0;
     QString keptWorkFolder;        // set when the work folder was kept
+    bool stopped = false;          // ended early on request
 };
 
 // The work folder of this process: the user's local application data, Temp/Zunbrix/<process id>.
 QString DefaultWorkFolder();
+// Removes the work folders that processes which no longer run have left behind (ended by force or killed).
+void RemoveAbandonedWorkFolders();
 
 // The path the ROM goes to: the chosen one, with the type's extension added unless it already ends so.
 QString OutputPathOf(const OutputChoice& choice);

@@ -134,9 +134,9 @@ void startWriteback([[maybe_unused]] const QFileDevice& file, [[maybe_unused]] q
 class FlashStream {
 public:
     FlashStream(const LayoutResult& layout, std::vector<Region> regions, std::vector<Window> windows,
-                QSaveFile& file)
+                QSaveFile& file, const std::atomic<bool>* stop)
         : layout_(layout), regions_(std::move(regions)), windows_(std::move(windows)), file_(file),
-          flashStart_(file.pos()), unfilled_(windows_.size(), 0)
+          flashStart_(file.pos()), stop_(stop), unfilled_(windows_.size(), 0)
     {
         std::uint64_t bufferBytes = 0;
         for (const Window& window : windows_)
@@ -179,6 +179,10 @@ private:
 
     bool mergeRegion(const Region& region)
     {
+        if (stop_ && stop_->load()) {
+            fail({});
+            return false;
+        }
         char* target = nullptr;
         if (fills(region)) {
             std::unique_lock lock(mutex_);
@@ -268,6 +272,7 @@ private:
     const std::vector<Window> windows_;
     QSaveFile& file_;
     const qint64 flashStart_;
+    const std::atomic<bool>* stop_;
     std::vector<std::unique_ptr<char[]>> buffers_;
 
     std::mutex mutex_;
@@ -281,7 +286,7 @@ private:
 } // namespace
 
 RomWriteResult writeFlashFile(const LayoutResult& layout, const QString& path, const QByteArray& start,
-                              std::uint64_t erasedTailBytes)
+                              std::uint64_t erasedTailBytes, const std::atomic<bool>* stop)
 {
     std::optional<std::vector<Region>> regions = regionsOf(layout);
     if (layout.romBytes == 0 || !regions)
@@ -291,8 +296,11 @@ RomWriteResult writeFlashFile(const LayoutResult& layout, const QString& path, c
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(start) != start.size())
         return {false, path};
     try {
-        FlashStream stream(layout, std::move(*regions), std::move(windows), file);
+        FlashStream stream(layout, std::move(*regions), std::move(windows), file, stop);
         const RomWriteResult result = stream.run();
+        // Up to here the file is a temporary one that is dropped: a stop leaves any earlier output as it was.
+        if (stop && stop->load())
+            return {false, path};
         if (result.ok && !file.commit())
             return {false, path};
         return result;

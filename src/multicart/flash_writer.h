@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <atomic>
 #include <cstdint>
 
 namespace zunbrix {
@@ -19,9 +20,10 @@ struct RomWriteResult {
 // Writes `start`, the flash image made from the source files at the layout's offsets, and then
 // `erasedTailBytes` of erased flash to a temporary file beside `path`, and renames it into place only when
 // complete, so a failure leaves any earlier file at `path` as it was. Bytes no image covers are FF. A
-// source that can't be read, or no longer holds the data it held when it was loaded, fails the write.
-// The sources are read on every core while the flash goes to the disk piece by piece.
+// source that can't be read, or no longer holds the data it held when it was loaded, fails the write; so
+// does `stop` when it is set before the file is complete. The sources are read on every core while the
+// flash goes to the disk piece by piece.
 RomWriteResult writeFlashFile(const LayoutResult& layout, const QString& path, const QByteArray& start,
-                              std::uint64_t erasedTailBytes);
+                              std::uint64_t erasedTailBytes, const std::atomic<bool>* stop = nullptr);
 
 } // namespace zunbrix

@@ -54,20 +54,22 @@ NesHeader makeNesHeader(std::uint32_t romBytes, std::uint16_t mapper, std::uint8
     return header;
 }
 
-RomWriteResult writeNes(const LayoutResult& layout, const QString& path, std::uint16_t mapper, std::uint8_t submapper)
+RomWriteResult writeNes(const LayoutResult& layout, const QString& path, std::uint16_t mapper, std::uint8_t submapper,
+                        const std::atomic<bool>* stop)
 {
     const NesHeader header = makeNesHeader(layout.romBytes, mapper, submapper);
     if (header.statedRomBytes < layout.romBytes)
         return {false, {}};
     // The exponent form states a power of two; the file holds all of it, the rest erased flash.
     const QByteArray start(reinterpret_cast<const char*>(header.bytes.data()), header.bytes.size());
-    return writeFlashFile(layout, path, start, header.statedRomBytes - layout.romBytes);
+    return writeFlashFile(layout, path, start, header.statedRomBytes - layout.romBytes, stop);
 }
 
-RomWriteResult writeRaw(const LayoutResult& layout, const QString& path, const QString& boardName, bool unif)
+RomWriteResult writeRaw(const LayoutResult& layout, const QString& path, const QString& boardName, bool unif,
+                        const std::atomic<bool>* stop)
 {
     if (!unif)
-        return writeFlashFile(layout, path, {}, 0);
+        return writeFlashFile(layout, path, {}, 0, stop);
     const QByteArray board = boardName.toUtf8() + '\0';
     const char mirroring = 5;
     QByteArray unifHeader(32, '\0');
@@ -75,7 +77,7 @@ RomWriteResult writeRaw(const LayoutResult& layout, const QString& path, const Q
     return writeFlashFile(layout, path,
                           unifHeader + unifChunkStart("MAPR", std::uint32_t(board.size())) + board +
                               unifChunkStart("MIRR", 1) + mirroring + unifChunkStart("PRG0", layout.romBytes),
-                          0);
+                          0, stop);
 }
 
 } // namespace zunbrix

@@ -17,10 +17,11 @@ struct NesHeader {
 
 NesHeader makeNesHeader(std::uint32_t romBytes, std::uint16_t mapper, std::uint8_t submapper);
 
-// Each puts the flash image into its file format through writeFlashFile, and fails as that does.
+// Each puts the flash image into its file format through writeFlashFile, and fails (or stops) as that does.
 RomWriteResult writeNes(const LayoutResult& layout, const QString& path, std::uint16_t mapper,
-                        std::uint8_t submapper);
+                        std::uint8_t submapper, const std::atomic<bool>* stop = nullptr);
 // UNIF with chunks MAPR, MIRR and PRG0 (the whole flash), or without `unif` the bare flash image.
-RomWriteResult writeRaw(const LayoutResult& layout, const QString& path, const QString& boardName, bool unif);
+RomWriteResult writeRaw(const LayoutResult& layout, const QString& path, const QString& boardName, bool unif,
+                        const std::atomic<bool>* stop = nullptr);
 
 } // namespace zunbrix

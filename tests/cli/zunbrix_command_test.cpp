@@ -4,12 +4,19 @@
 #include "gamelist/list_file.h"
 #include "support/private_settings.h"
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <gtest/gtest.h>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#endif
 
 using namespace zunbrix;
 using zunbrix::testing::SyntheticRom;
@@ -33,14 +40,20 @@ protected:
         QDir(root.path()).mkpath(QStringLiteral("data"));
     }
 
-    CommandRun zunbrix(const QStringList& arguments)
+    // Starts the program in `root` without waiting for it.
+    void start(QProcess& process, const QStringList& arguments)
     {
-        QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_DATA_HOME"), dataHome);
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(root.path());
         process.start(QStringLiteral(ZUNBRIX_PROGRAM), arguments);
+    }
+
+    CommandRun zunbrix(const QStringList& arguments)
+    {
+        QProcess process;
+        start(process, arguments);
         CommandRun run;
         if (!process.waitForFinished(120000))
             return run;
@@ -313,5 +326,66 @@ TEST_F(ZunbrixCommand, BuildsWithAWorkFolderPathOfOver300Characters)
     EXPECT_TRUE(QFileInfo(root.filePath("cart.nes")).size() > 128 * 1024);
     EXPECT_FALSE(workLeft());
 }
+
+TEST_F(ZunbrixCommand, WorkFoldersOfProcessesThatNoLongerRunAreRemovedAtTheNextStart)
+{
+    addGames();
+    QProcess ended;
+    start(ended, {"--help"});
+    ASSERT_TRUE(ended.waitForStarted());
+    const qint64 endedId = ended.processId();
+    ASSERT_TRUE(ended.waitForFinished());
+    const QString abandoned = workFolders() + QLatin1Char('/') + QString::number(endedId);
+    const QString running = workFolders() + QLatin1Char('/') + QString::number(QCoreApplication::applicationPid());
+    ASSERT_TRUE(QDir().mkpath(abandoned + "/menu/build"));
+    ASSERT_TRUE(QDir().mkpath(running + "/menu"));
+
+    const CommandRun run = zunbrix({"build", "-b", "coolgirl", "--music", "0", "-o", "cart.nes", "roms"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_FALSE(QFileInfo::exists(abandoned));
+    EXPECT_TRUE(QFileInfo::exists(running + "/menu")) << "this test is still running";
+}
+
+#ifdef Q_OS_UNIX
+// A real signal reaches a real build while its work folder exists: the build is held there by the script that
+// an external menu source may have beside it, which says when it has begun and then waits.
+TEST_F(ZunbrixCommand, SignalStopsTheBuildRemovesItsWorkFolderAndKeepsTheOldOutput)
+{
+    addGames();
+    const QString menu = root.filePath("menu");
+    ASSERT_TRUE(QDir().mkpath(menu));
+    zunbrix::testing::writeFile(menu + "/menu.asm", "; never assembled: the build stops before\n");
+    zunbrix::testing::writeFile(menu + "/menu.sh", "touch started\nexec sleep 120\n");
+    QDir(root.path()).mkpath(QStringLiteral("out"));
+    const QString output = root.filePath("out/cart.nes");
+    zunbrix::testing::writeFile(output, "the ROM of an earlier build");
+
+    const std::pair<int, int> signalsAndCodes[] = {{SIGINT, 130}, {SIGTERM, 143}, {SIGHUP, 129}};
+    for (const auto& [signal, exitCode] : signalsAndCodes) {
+        QFile::remove(menu + "/started");
+        QProcess build;
+        start(build, {"build", "-b", "coolgirl", "--music", "0", "--external-menu", "menu/menu.asm", "-o",
+                      "out/cart.nes", "roms"});
+        ASSERT_TRUE(build.waitForStarted());
+        const QString workFolder = workFolders() + QLatin1Char('/') + QString::number(build.processId());
+        const QDeadlineTimer deadline(60000);
+        while (!QFileInfo::exists(menu + "/started") && !deadline.hasExpired() && build.state() == QProcess::Running)
+            QThread::msleep(10);
+        ASSERT_TRUE(QFileInfo::exists(menu + "/started")) << build.readAllStandardError().toStdString();
+        ASSERT_TRUE(QFileInfo(workFolder + "/menu/menu.asm").isFile());
+
+        ASSERT_EQ(::kill(static_cast<pid_t>(build.processId()), signal), 0);
+        ASSERT_TRUE(build.waitForFinished(60000));
+        EXPECT_EQ(build.exitStatus(), QProcess::NormalExit) << "signal " << signal;
+        EXPECT_EQ(build.exitCode(), exitCode);
+        EXPECT_TRUE(QString::fromUtf8(build.readAllStandardError()).contains(QStringLiteral("The build was stopped")));
+        EXPECT_FALSE(QFileInfo::exists(workFolder));
+        EXPECT_EQ(fileBytes(output), QByteArray("the ROM of an earlier build"));
+        EXPECT_EQ(QDir(root.filePath("out")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                  QStringList{QStringLiteral("cart.nes")});
+    }
+    EXPECT_FALSE(workLeft());
+}
+#endif
 
 } // namespace

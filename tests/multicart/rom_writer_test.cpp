@@ -75,11 +75,11 @@ protected:
     }
 
     // The write to `out` fails, names `culprit`, and leaves the earlier file and the folder as they were.
-    void expectFailureOn(const QString& out, const QString& culprit)
+    void expectFailureOn(const QString& out, const QString& culprit, const std::atomic<bool>* stop = nullptr)
     {
         const QByteArray earlier = readAll(out);
         const QStringList filesBefore = QDir(dir.path()).entryList(QDir::Files);
-        const RomWriteResult result = writeNes(layout, out, 268, 0);
+        const RomWriteResult result = writeNes(layout, out, 268, 0, stop);
         EXPECT_FALSE(result.ok);
         EXPECT_EQ(result.failedFile, culprit);
         EXPECT_EQ(readAll(out), earlier);
@@ -143,7 +143,7 @@ TEST_F(RomOutput, LargeRomStatesAPowerOfTwoAndIsErasedToIt)
     EXPECT_TRUE(file.right(4 << 20) == QByteArray(4 << 20, char(0xFF)));
 }
 
-TEST_F(RomOutput, FailedWriteNamesTheFileAndKeepsTheEarlierOutput)
+TEST_F(RomOutput, FailedOrStoppedWriteNamesTheFileAndKeepsTheEarlierOutput)
 {
     const QString out = writeFile(dir.filePath("multi.nes"), "earlier");
     const QByteArray original = readAll(paths[1]);
@@ -155,6 +155,8 @@ TEST_F(RomOutput, FailedWriteNamesTheFileAndKeepsTheEarlierOutput)
     expectFailureOn(out, paths[1]);
 
     writeFile(paths[1], original);
+    const std::atomic<bool> stop{true};
+    expectFailureOn(out, out, &stop);
     EXPECT_TRUE(writeNes(layout, out, 268, 0).ok);
     const QString noFolder = dir.filePath("no/such/folder/x.bin");
     EXPECT_EQ(writeRaw(layout, noFolder, "COOLBOY", false).failedFile, noFolder);
