@@ -90,9 +90,7 @@ bool exportMenuData(const DesignDocument& design, const QString& folder, bool cu
         return false;
     const QByteArray caption = captionText(design);
     if (!caption.isEmpty()) {
-        std::string text;
-        appendFormat(text, " .STR \"%s\"", caption.constData());
-        if (!write("game_caption_data.asm", text))
+        if (!write("game_caption_data.asm", " .STR " + quotedString(caption.toStdString())))
             return false;
     }
     const CharMap charMap = customEnable ? design.CharMapData : identityCharMap();

@@ -30,6 +30,20 @@ void appendFormat(std::string& text, const char* format, ...)
     text.resize(start + static_cast<std::size_t>(length));
 }
 
+std::string quotedString(std::string_view bytes)
+{
+    std::string quoted = "\"";
+    for (const char c : bytes) {
+        if (c == '"' || c == '\\')
+            quoted += '\\';
+        if (static_cast<unsigned char>(c) < 0x20)
+            appendFormat(quoted, "\\x%02X", static_cast<unsigned>(static_cast<unsigned char>(c)));
+        else
+            quoted += c;
+    }
+    return quoted + '"';
+}
+
 std::string binaryDigits(std::uint32_t value, int width)
 {
     std::string digits;

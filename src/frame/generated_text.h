@@ -24,6 +24,10 @@ void appendFormat(std::string& text, const char* format, ...) ZUNBRIX_PRINTF_FOR
 // The value in base 2, left-padded with zeros to `width` digits; a longer value keeps its first `width` digits.
 std::string binaryDigits(std::uint32_t value, int width);
 
+// `bytes` between double quotes, as the operand of a .STR that assembles back to exactly `bytes`: a quote and a
+// backslash get a backslash in front, and control bytes, which could end the line, are written as \xHH.
+std::string quotedString(std::string_view bytes);
+
 // The path of a file named `name` in `folder`.
 QString filePathIn(const QString& folder, std::string_view name);
 

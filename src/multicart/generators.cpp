@@ -132,7 +132,7 @@ GeneratorResult generateNames(const QStringList& names, const QString& folder, i
         if (name.isEmpty())
             text += " .DB $00\r\n";
         else
-            appendFormat(text, " .STR \"%s\"\r\n", name.toUtf8().constData());
+            text.append(" .STR ").append(quotedString(name.toUtf8().toStdString())).append(kLineEnd);
     };
 
     GeneratorResult result =

@@ -50,6 +50,12 @@ TEST_F(MenuExport, CaptionIsCutAtTheRowEnd)
     design.CaptionPpuAddr = 0x205C; // column 28 leaves four characters
     ASSERT_TRUE(exportWith());
     EXPECT_EQ(text("game_caption_data.asm"), " .STR \"?ber\"");
+
+    // Quotes and backslashes are escaped so that the assembler gives back the caption as typed.
+    design.CaptionText = QStringLiteral("SAY \"HI\" \\");
+    design.CaptionPpuAddr = 0x2044;
+    ASSERT_TRUE(exportWith());
+    EXPECT_EQ(text("game_caption_data.asm"), " .STR \"SAY \\\"HI\\\" \\\\\"");
 }
 
 TEST_F(MenuExport, EmptyCaptionLeavesAnOlderCaptionFile)

@@ -44,6 +44,12 @@ protected:
         QStringList names(games, QString(40, QLatin1Char('N')));
         names[0] = QStringLiteral("\u00DCnder");
         names[1].clear();
+        return assemble(names, board);
+    }
+
+    zunbrix::testing::AsmFolder::Run assemble(const QStringList& names, BoardType board)
+    {
+        const auto games = static_cast<int>(names.size());
         std::vector<NesImage> images;
         for (int i = 0; i < games; ++i)
             images.push_back(zunbrix::testing::imageOf(static_cast<std::uint32_t>(i), 8, 16));
@@ -69,6 +75,15 @@ protected:
         const std::vector<std::uint8_t> image = folder.read(QStringLiteral("menu.nes"));
         const std::size_t at = 16 + static_cast<std::size_t>(bank) * 8192 + static_cast<std::size_t>(address - 0xA000);
         return at < image.size() ? image[at] : -1;
+    }
+    // The length-prefixed name of game `game` in name bank `bank`, whose first game is `first`.
+    QByteArray name(int bank, int first, int game) const
+    {
+        const int address = word(bank, 0xA002 + (game - first) * 2);
+        QByteArray bytes;
+        for (int i = 1; i <= byte(bank, address); ++i)
+            bytes += static_cast<char>(byte(bank, address + i));
+        return bytes;
     }
 
     zunbrix::testing::AsmFolder folder;
@@ -111,4 +126,28 @@ TEST_F(GeneratedAssembly, CoolgirlRecordsFillABankExactly)
     EXPECT_EQ(run.output.find("arning"), std::string::npos) << run.output;
     EXPECT_EQ(word(0x0B, 0xA002), 0xA000 + 2 + 585 * 2);
     EXPECT_EQ(byte(0x0B, 0xBFFF), 0x89); // the last record's Reg7 ends the bank
+}
+
+// Quotes, backslashes (also last), a semicolon and control bytes come back from the assembler as typed, and
+// a name costs its bank what it shows: banks of quotes fill just as the count planned, with no overflow.
+TEST_F(GeneratedAssembly, NamesKeepQuotesAndBackslashesAsTyped)
+{
+    QStringList names(1200, QString(40, QLatin1Char('"')));
+    names[0] = QStringLiteral("AC\\DC \"LIVE\"");
+    names[1] = QStringLiteral("ENDS IN \\");
+    names[2] = QStringLiteral("A;B\tC\r\nD\\X41");
+    names[3] = QStringLiteral("\\\"");
+    const auto run = assemble(names, BoardType::Coolboy);
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_EQ(run.output.find("arning"), std::string::npos) << run.output;
+
+    EXPECT_EQ(name(0x18, 0, 0), QByteArray("AC\\DC \"LIVE\""));
+    EXPECT_EQ(name(0x18, 0, 1), QByteArray("ENDS IN \\"));
+    EXPECT_EQ(name(0x18, 0, 2), QByteArray("A;B\tC\r\nD\\X41"));
+    EXPECT_EQ(name(0x18, 0, 3), QByteArray("\\\""));
+    EXPECT_EQ(name(0x18, 0, 4), QByteArray(26, '"'));
+    // 2 + 15 + 12 + 15 + 5 bytes for the start and the four names, then 280 cut names of 29: 8,169 bytes
+    const int opening = word(0x19, 0xA000);
+    EXPECT_EQ(opening, 284);
+    EXPECT_EQ(name(0x19, opening, opening), QByteArray(40, '"'));
 }

@@ -1,0 +1,116 @@
+// Menus that the real `zunbrix build` makes, started in FCEUX and read back from the PPU: names that hold the
+// assembler's own quote and escape characters show as typed.
+#include "e2e/fceux_runner.h"
+#include "gamelist/list_file.h"
+#include "multicart/synthetic_rom.h"
+#include "support/private_settings.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace zunbrix::e2e {
+namespace {
+
+constexpr int kTimeoutMs = 120000;
+constexpr int kFirstNameRow = 0x20C6; // the built-in looks' list, but style 0 with 15 or 20 a page
+constexpr int kRowWidth = 26;
+
+class BuiltMenuScreen : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(missingFceuxTools().isEmpty()) << missingFceuxTools().toStdString();
+        ASSERT_TRUE(folder.isValid());
+    }
+
+    QString path(const QString& name) const { return folder.filePath(name); }
+
+    // Runs `zunbrix build` with a private work area; empty when it succeeded, else what it printed.
+    QString zunbrixBuild(const QStringList& arguments)
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), path(QStringLiteral("data")));
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(QStringLiteral(ZUNBRIX_PROGRAM), QStringList{QStringLiteral("build")} + arguments);
+        if (!process.waitForFinished(kTimeoutMs))
+            return QStringLiteral("zunbrix did not finish");
+        const QString output = QString::fromLocal8Bit(process.readAll());
+        return process.exitCode() == 0 ? QString() : output;
+    }
+
+    FceuxRun run(const QString& rom, const QString& script)
+    {
+        const FceuxRun result = runFceux({rom, script, folder.path(), kTimeoutMs});
+        EXPECT_TRUE(result.finished) << result.log.toStdString();
+        return result;
+    }
+
+    zunbrix::testing::PrivateSettings settings;
+    QTemporaryDir folder;
+};
+
+// Lua: the text of `rows` rows of the list from `first`, as the font's glyphs show it ("row<r>"), the
+// first page's after 120 frames and the second's after Right ("next<r>"); and the pattern memory ("font").
+QString readListScript(int first, int rows)
+{
+    return QStringLiteral(R"lua(
+local function rowsAs(prefix)
+  for row = 0, %2 - 1 do
+    local text = {}
+    for i = 0, %3 - 1 do
+      local tile = vram(%1 + 32 * row + i)
+      text[#text + 1] = (tile > 32 and tile < 127) and string.char(tile) or " "
+    end
+    put(prefix .. row, table.concat(text))
+  end
+end
+frames(120)
+rowsAs("row")
+frames(2, {right = true})
+frames(90)
+rowsAs("next")
+put("font", vram_hex(0, 8192))
+)lua")
+        .arg(first)
+        .arg(rows)
+        .arg(kRowWidth);
+}
+
+QString rowText(const QString& name)
+{
+    return name.leftJustified(kRowWidth);
+}
+
+// The name table holds each name as typed, through the font's character map (the built-in look's is the
+// identity): quotes and backslashes included, a backslash also as the last character. A letter the font
+// lacks shows as "?".
+TEST_F(BuiltMenuScreen, NamesWithQuotesAndBackslashesShowAsTyped)
+{
+    const QStringList names = {QStringLiteral("AC\\DC \"LIVE\""), QStringLiteral("ENDS IN \\"),
+                               QStringLiteral("\u00DCnder \"\\\"")};
+    std::vector<GameEntry> list;
+    for (int i = 0; i < names.size(); ++i) {
+        list.emplace_back(zunbrix::testing::writeRom(path(QStringLiteral("game%1.nes").arg(i)),
+                                                     {.mapper = 0, .prgBanks = 1, .chrBanks = 1,
+                                                      .seed = static_cast<std::uint32_t>(i + 1)}));
+        list.back().name = names[i];
+        list.back().checked = true;
+    }
+    ASSERT_TRUE(SaveListFile(path(QStringLiteral("odd.qvl")), list));
+    const QString rom = path(QStringLiteral("odd.nes"));
+    const QString failure = zunbrixBuild({QStringLiteral("-b"), QStringLiteral("coolboy"), QStringLiteral("--music"),
+                                          QStringLiteral("0"), QStringLiteral("-o"), rom, path(QStringLiteral("odd.qvl"))});
+    ASSERT_TRUE(failure.isEmpty()) << failure.toStdString();
+
+    const FceuxRun result = run(rom, readListScript(kFirstNameRow, 3));
+    EXPECT_EQ(result.values.value(QStringLiteral("row0")), rowText(QStringLiteral("AC\\DC \"LIVE\"")));
+    EXPECT_EQ(result.values.value(QStringLiteral("row1")), rowText(QStringLiteral("ENDS IN \\")));
+    EXPECT_EQ(result.values.value(QStringLiteral("row2")), rowText(QStringLiteral("?NDER \"\\\"")));
+}
+
+} // namespace
+} // namespace zunbrix::e2e
