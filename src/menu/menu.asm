@@ -381,12 +381,8 @@ TITLE_SHOW_POS       = $206D
     .ENDIF
 PAGE_INDER_SHOW_POS  = $234E
     .ELSE
-    .IF PAGE_SIZE = 10
+    ; every page size starts on the same row: twenty rows from here still end above the page indicator
 ITEM_SHOW_POS        = $20C6
-    .ENDIF
-    .IF PAGE_SIZE = 20
-ITEM_SHOW_POS        = $20C6
-    .ENDIF
 TITLE_SHOW_POS       = $2064
 PAGE_INDER_SHOW_POS  = $236E
     .ENDIF

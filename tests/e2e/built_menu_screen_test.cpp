@@ -1,10 +1,13 @@
 // Menus that the real `zunbrix build` makes, started in FCEUX and read back from the PPU: names that hold the
-// assembler's own quote and escape characters show as typed.
+// assembler's own quote and escape characters show as typed, and the looks of style 1 draw every page size in
+// place, leaving the font in pattern memory as the menu uploaded it.
 #include "e2e/fceux_runner.h"
 #include "gamelist/list_file.h"
+#include "menu/menu_source_tree.h"
 #include "multicart/synthetic_rom.h"
 #include "support/private_settings.h"
 
+#include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -85,6 +88,18 @@ QString rowText(const QString& name)
     return name.leftJustified(kRowWidth);
 }
 
+// The menu's own pattern table, as the build embeds it.
+QString menuFontHex()
+{
+    for (const MenuSourceFile& row : MenuSourceFiles())
+        if (QByteArray(row.relativePath).endsWith("chr_data.bin"))
+            return QString::fromLatin1(QByteArray(reinterpret_cast<const char*>(row.bytes.data()),
+                                                  static_cast<qsizetype>(row.bytes.size()))
+                                           .toHex()
+                                           .toUpper());
+    return {};
+}
+
 // The name table holds each name as typed, through the font's character map (the built-in look's is the
 // identity): quotes and backslashes included, a backslash also as the last character. A letter the font
 // lacks shows as "?".
@@ -110,6 +125,44 @@ TEST_F(BuiltMenuScreen, NamesWithQuotesAndBackslashesShowAsTyped)
     EXPECT_EQ(result.values.value(QStringLiteral("row0")), rowText(QStringLiteral("AC\\DC \"LIVE\"")));
     EXPECT_EQ(result.values.value(QStringLiteral("row1")), rowText(QStringLiteral("ENDS IN \\")));
     EXPECT_EQ(result.values.value(QStringLiteral("row2")), rowText(QStringLiteral("?NDER \"\\\"")));
+}
+
+// Style 1 puts every page size on the rows from 6; with 5 and 15 a page its source had no list position. The
+// second page of 20 games holds the rest, and no name lands in the font.
+TEST_F(BuiltMenuScreen, StyleOneDrawsFiveAndFifteenAPageWithTheFontUntouched)
+{
+    QDir(folder.path()).mkpath(QStringLiteral("games"));
+    constexpr int kGames = 20;
+    for (int i = 1; i <= kGames; ++i)
+        zunbrix::testing::writeRom(path(QStringLiteral("games/game%1.nes").arg(i, 2, 10, QLatin1Char('0'))),
+                                   {.mapper = 0, .prgBanks = 1, .chrBanks = 1, .seed = static_cast<std::uint32_t>(i)});
+    const QString font = menuFontHex();
+    ASSERT_EQ(font.size(), 2 * 8192);
+
+    for (int pageSize : {5, 15}) {
+        SCOPED_TRACE(pageSize);
+        const QString rom = path(QStringLiteral("style1_page%1.nes").arg(pageSize));
+        const QString failure = zunbrixBuild({QStringLiteral("-b"), QStringLiteral("coolboy"), QStringLiteral("--music"),
+                                              QStringLiteral("0"), QStringLiteral("--style"), QStringLiteral("1"),
+                                              QStringLiteral("--page-size"), QString::number(pageSize),
+                                              QStringLiteral("-o"), rom, path(QStringLiteral("games"))});
+        ASSERT_TRUE(failure.isEmpty()) << failure.toStdString();
+
+        const FceuxRun result = run(rom, readListScript(kFirstNameRow, 15));
+        for (int row = 0; row < 15; ++row) {
+            const int first = row + 1;
+            const int second = pageSize + row + 1;
+            EXPECT_EQ(result.values.value(QStringLiteral("row%1").arg(row)),
+                      rowText(row < pageSize ? QStringLiteral("GAME%1").arg(first, 2, 10, QLatin1Char('0')) : QString()))
+                << "row " << row;
+            EXPECT_EQ(result.values.value(QStringLiteral("next%1").arg(row)),
+                      rowText(row < pageSize && second <= kGames
+                                  ? QStringLiteral("GAME%1").arg(second, 2, 10, QLatin1Char('0'))
+                                  : QString()))
+                << "row " << row;
+        }
+        EXPECT_EQ(result.values.value(QStringLiteral("font")), font);
+    }
 }
 
 } // namespace

@@ -60,7 +60,7 @@ std::vector<AssemblyCase> assemblyCases()
             }
         }
     }
-    const std::pair<int, int> looks[] = {{0, 5}, {0, 10}, {0, 15}, {0, 20}, {1, 10}, {1, 20}};
+    const std::pair<int, int> looks[] = {{0, 5}, {0, 10}, {0, 15}, {0, 20}, {1, 5}, {1, 10}, {1, 15}, {1, 20}};
     int turn = 0;
     for (auto [style, page] : looks) {
         for (int variant = 0; variant < 8; ++variant, ++turn) {
