@@ -32,6 +32,11 @@ inline constexpr int AssemblerNotStarted = 901;
 inline constexpr int AssemblerStopped = 902;
 inline constexpr int MusicUnavailable = 903;
 
+// A page of the list that the menu cannot draw: the built-in look, the custom look, the custom look spaced.
+inline constexpr int ListOffScreenBuiltIn = 915;
+inline constexpr int ListOffScreenCustom = 916;
+inline constexpr int ListOffScreenCustomSpaced = 917;
+
 // Files and processes: an output that is one of the inputs, a work folder that cannot be made, a stop.
 inline constexpr int OutputIsInput = 920;
 inline constexpr int WorkFolderNotMade = 921;

@@ -142,6 +142,7 @@ private:
                QLatin1Char('.') + QLatin1String(extension);
     }
 
+    bool listFitsScreen();
     void readGames();
     bool assemble(const QString& source);
     bool exportForExternalSource(int menuBanks);
@@ -158,6 +159,21 @@ private:
     QStringList names_;
     NesImage menu_;
 };
+
+// A page that runs off the screen would write names over its colours, the other name table or the font. A menu
+// of one's own lays out its list as it likes.
+bool Build::listFitsScreen()
+{
+    const ListLook look = listLookFor(options_, design_);
+    if (externalMenu() || canDrawList(look))
+        return true;
+    if (!look.custom)
+        tellError(text::ListOffScreenBuiltIn, {look.pageSize});
+    else
+        tellError(look.nameInsertRow ? text::ListOffScreenCustomSpaced : text::ListOffScreenCustom,
+                  {listFirstRow(look), look.pageSize});
+    return false;
+}
 
 void Build::readGames()
 {
@@ -311,6 +327,8 @@ BuildResult Build::run()
     // The caption is settled with the rest of the design, before game_config.asm counts it.
     design_.CaptionText = DefaultCaption(games_.size());
     design_.LoadDesign();
+    if (!listFitsScreen())
+        return result;
     const int nameColumn = nameColumnFor(options_, design_);
 
     // Count the banks before anything is written: a list too long for the menu ends here.

@@ -27,6 +27,11 @@ int nameColumnFor(const BuildOptions& options, const DesignDocument& design)
     return options.customEnable ? PpuColumn(design.ItemPpuAddr) : kBuiltInNameColumn;
 }
 
+ListLook listLookFor(const BuildOptions& options, const DesignDocument& design)
+{
+    return {options.showStyle, options.pageSize, options.nameInsertRow, options.customEnable, design.ItemPpuAddr};
+}
+
 GameConfig gameConfigFor(const BuildOptions& options, const DesignDocument& design, BoardType boardType,
                          int menuPrgBanks, int gamesTotal, const BankCounts& banks)
 {

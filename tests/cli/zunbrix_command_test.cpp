@@ -388,4 +388,18 @@ TEST_F(ZunbrixCommand, SignalStopsTheBuildRemovesItsWorkFolderAndKeepsTheOldOutp
 }
 #endif
 
+// Twenty names a page with a blank row between them would run off the screen into the font: the build says so
+// before it writes anything, not even the work folder it was asked to keep.
+TEST_F(ZunbrixCommand, BuildRefusesAListThatRunsOffTheScreen)
+{
+    addGames();
+    CommandRun run = zunbrix({"build", "--name-insert-row", "--page-size", "20", "--keep-work", "-o", "spaced.nes", "roms"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("cannot show 20 games a page with a blank row between names")))
+        << run.err.toStdString();
+    EXPECT_FALSE(run.err.contains(QStringLiteral("Mapper1"))) << "refused before the games are checked for the board";
+    EXPECT_FALSE(QFileInfo::exists(root.filePath("spaced.nes")));
+    EXPECT_FALSE(workLeft());
+}
+
 } // namespace

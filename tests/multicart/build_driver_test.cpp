@@ -166,6 +166,63 @@ TEST_F(BuildDriver, OverflowingMenuDataStopsBeforeAnythingIsWritten)
     EXPECT_TRUE(user.asked.empty());
 }
 
+// A page the menu would draw off the screen, over its colours and font, is refused before the work folder
+// exists, even one the user asked to keep.
+TEST_F(BuildDriver, ListThatRunsOffTheScreenIsRefusedBeforeAnythingIsWritten)
+{
+    addStandardGames();
+    request.keepWorkFolder = true;
+    request.options.nameInsertRow = true;
+    request.options.pageSize = 15;
+    EXPECT_FALSE(build().ok);
+    EXPECT_EQ(onlyMessage().textId, text::ListOffScreenBuiltIn);
+    EXPECT_EQ(onlyMessage().titleId, text::TitleError);
+    EXPECT_TRUE(onlyMessage().text.startsWith(QStringLiteral("The built-in menu cannot show 15 games a page with a blank row")));
+    EXPECT_FALSE(workFolderLeft());
+    EXPECT_TRUE(user.asked.empty());
+
+    // The factory design puts its list on row 5.
+    user.messages.clear();
+    request.options.customEnable = true;
+    EXPECT_FALSE(build().ok);
+    EXPECT_EQ(onlyMessage().textId, text::ListOffScreenCustomSpaced);
+    EXPECT_TRUE(onlyMessage().text.startsWith(QStringLiteral("The custom menu's list at row 5 leaves no room for 15 games")));
+    EXPECT_FALSE(workFolderLeft());
+
+    // Ten spaced names fit. The list the designer keeps on row 20 leaves room for ten names, not twenty.
+    user.messages.clear();
+    request.keepWorkFolder = false;
+    request.options.pageSize = 10;
+    EXPECT_TRUE(build().ok);
+    ASSERT_TRUE(RegistryStore::SetBinary(QString::fromLatin1(design_settings::kKey),
+                                         QString::fromLatin1(design_settings::kItemPpuAddr),
+                                         QByteArray("\x84\x22\0\0", 4)));
+    request.options.nameInsertRow = false;
+    EXPECT_TRUE(build().ok);
+    request.options.pageSize = 20;
+    EXPECT_FALSE(build().ok);
+    EXPECT_EQ(onlyMessage().textId, text::ListOffScreenCustom);
+    EXPECT_TRUE(onlyMessage().text.startsWith(QStringLiteral("The custom menu's list at row 20 leaves no room for 20 games a page:")));
+
+    // A menu of one's own draws its list as it likes.
+    user.messages.clear();
+    request.options.externMenuEnable = true;
+    request.options.externMenuPath = root.filePath("Charlie.nes");
+    build();
+    EXPECT_EQ(onlyMessage().textId, 277) << "the game is looked at as a menu, not refused for its page";
+}
+
+// Style 1 has a list position for every page size.
+TEST_F(BuildDriver, StyleOneBuildsEveryPageSize)
+{
+    addStandardGames();
+    request.options.showStyle = 1;
+    for (int pageSize : {5, 10, 15, 20}) {
+        request.options.pageSize = pageSize;
+        EXPECT_TRUE(build().ok) << pageSize << (user.messages.empty() ? "" : user.messages[0].text.toStdString());
+    }
+}
+
 TEST_F(BuildDriver, EmptySelectionAndUnsupportedGamesEndWithTheirTexts)
 {
     addGame("Unchecked", {.mapper = 0, .prgBanks = 1}, false);
