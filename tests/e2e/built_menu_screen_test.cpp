@@ -2,13 +2,13 @@
 // assembler's own quote and escape characters show as typed, and the looks of style 1 draw every page size in
 // place, leaving the font in pattern memory as the menu uploaded it.
 #include "e2e/fceux_runner.h"
+#include "e2e/zunbrix_build.h"
 #include "gamelist/list_file.h"
 #include "menu/menu_source_tree.h"
 #include "multicart/synthetic_rom.h"
 #include "support/private_settings.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -30,20 +30,7 @@ protected:
 
     QString path(const QString& name) const { return folder.filePath(name); }
 
-    // Runs `zunbrix build` with a private work area; empty when it succeeded, else what it printed.
-    QString zunbrixBuild(const QStringList& arguments)
-    {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), path(QStringLiteral("data")));
-        process.setProcessEnvironment(environment);
-        process.setProcessChannelMode(QProcess::MergedChannels);
-        process.start(QStringLiteral(ZUNBRIX_PROGRAM), QStringList{QStringLiteral("build")} + arguments);
-        if (!process.waitForFinished(kTimeoutMs))
-            return QStringLiteral("zunbrix did not finish");
-        const QString output = QString::fromLocal8Bit(process.readAll());
-        return process.exitCode() == 0 ? QString() : output;
-    }
+    QString build(const QStringList& arguments) { return zunbrixBuild(arguments, path(QStringLiteral("data"))); }
 
     FceuxRun run(const QString& rom, const QString& script)
     {
@@ -117,7 +104,7 @@ TEST_F(BuiltMenuScreen, NamesWithQuotesAndBackslashesShowAsTyped)
     }
     ASSERT_TRUE(SaveListFile(path(QStringLiteral("odd.qvl")), list));
     const QString rom = path(QStringLiteral("odd.nes"));
-    const QString failure = zunbrixBuild({QStringLiteral("-b"), QStringLiteral("coolboy"), QStringLiteral("--music"),
+    const QString failure = build({QStringLiteral("-b"), QStringLiteral("coolboy"), QStringLiteral("--music"),
                                           QStringLiteral("0"), QStringLiteral("-o"), rom, path(QStringLiteral("odd.qvl"))});
     ASSERT_TRUE(failure.isEmpty()) << failure.toStdString();
 
@@ -142,7 +129,7 @@ TEST_F(BuiltMenuScreen, StyleOneDrawsFiveAndFifteenAPageWithTheFontUntouched)
     for (int pageSize : {5, 15}) {
         SCOPED_TRACE(pageSize);
         const QString rom = path(QStringLiteral("style1_page%1.nes").arg(pageSize));
-        const QString failure = zunbrixBuild({QStringLiteral("-b"), QStringLiteral("coolboy"), QStringLiteral("--music"),
+        const QString failure = build({QStringLiteral("-b"), QStringLiteral("coolboy"), QStringLiteral("--music"),
                                               QStringLiteral("0"), QStringLiteral("--style"), QStringLiteral("1"),
                                               QStringLiteral("--page-size"), QString::number(pageSize),
                                               QStringLiteral("-o"), rom, path(QStringLiteral("games"))});

@@ -4,6 +4,7 @@
 // COOLBOY, of which the last one starts, and a custom menu that shows the look kept in the designer.
 #include "e2e/fceux_runner.h"
 #include "e2e/sample_verdict.h"
+#include "e2e/zunbrix_build.h"
 #include "designer/design_settings.h"
 #include "frame/ini_file.h"
 #include "frame/registry_store.h"
@@ -14,7 +15,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -49,20 +49,6 @@ QString screenshotPath(const QString& name)
     const QString folder = QDir::currentPath() + QStringLiteral("/emulator_output");
     QDir().mkpath(folder);
     return folder + QLatin1Char('/') + name + QStringLiteral(".png");
-}
-
-QString zunbrixBuild(const QStringList& arguments, const QString& dataHome)
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("XDG_DATA_HOME"), dataHome);
-    process.setProcessEnvironment(environment);
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(QStringLiteral(ZUNBRIX_PROGRAM), QStringList{QStringLiteral("build")} + arguments);
-    if (!process.waitForFinished(kTimeoutMs))
-        return QStringLiteral("zunbrix did not finish");
-    const QString output = QString::fromLocal8Bit(process.readAll());
-    return process.exitCode() == 0 ? QString() : output;
 }
 
 // Lua that waits for the menu, moves the selection to `game` and presses Start.
