@@ -127,12 +127,13 @@ GeneratorResult generateNames(const QStringList& names, const QString& folder, i
     const auto cost = [&](int game, bool opensBank) {
         return kPointerBytes + kStrOverheadBytes + lengthOf(game, opensBank);
     };
+    // One byte a character, as the bank counted it: after menuName every character is at most 128.
     const auto entry = [&](std::string& text, int game, bool opensBank) {
         const QString name = shown[game].left(lengthOf(game, opensBank));
         if (name.isEmpty())
             text += " .DB $00\r\n";
         else
-            text.append(" .STR ").append(quotedString(name.toUtf8().toStdString())).append(kLineEnd);
+            text.append(" .STR ").append(quotedString(name.toLatin1().toStdString())).append(kLineEnd);
     };
 
     GeneratorResult result =

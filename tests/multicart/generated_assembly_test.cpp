@@ -137,6 +137,7 @@ TEST_F(GeneratedAssembly, NamesKeepQuotesAndBackslashesAsTyped)
     names[1] = QStringLiteral("ENDS IN \\");
     names[2] = QStringLiteral("A;B\tC\r\nD\\X41");
     names[3] = QStringLiteral("\\\"");
+    names[5] = QString(40, QChar(0x80)); // 128 stays itself, one byte like every other character
     const auto run = assemble(names, BoardType::Coolboy);
     ASSERT_EQ(run.exitCode, 0) << run.output;
     EXPECT_EQ(run.output.find("arning"), std::string::npos) << run.output;
@@ -146,6 +147,7 @@ TEST_F(GeneratedAssembly, NamesKeepQuotesAndBackslashesAsTyped)
     EXPECT_EQ(name(0x18, 0, 2), QByteArray("A;B\tC\r\nD\\X41"));
     EXPECT_EQ(name(0x18, 0, 3), QByteArray("\\\""));
     EXPECT_EQ(name(0x18, 0, 4), QByteArray(26, '"'));
+    EXPECT_EQ(name(0x18, 0, 5), QByteArray(26, '\x80'));
     // 2 + 15 + 12 + 15 + 5 bytes for the start and the four names, then 280 cut names of 29: 8,169 bytes
     const int opening = word(0x19, 0xA000);
     EXPECT_EQ(opening, 284);
