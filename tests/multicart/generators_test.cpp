@@ -76,7 +76,7 @@ TEST_F(Generators, NameBankIndexAndTitleForOneBank)
                                        "game_name_000 .STR \"CONTRA\"\r\n"
                                        "game_name_001 .DB $00\r\n"
                                        "game_name_002 .STR \"?NDER\"\r\n"
-                                       "game_name_003 .STR \"\xC2\x80X\"\r\n");
+                                       "game_name_003 .STR \"\x80X\"\r\n"); // 8-bit text, 128 as one byte
     EXPECT_EQ(text("game_list_bank.asm"), "game_list_bank_index\r\n .DB $00,$00,$00,$00\r\n");
     EXPECT_EQ(text("game_title.asm"), " .STR \"4 IN 1\"");
     // Banks of an earlier, larger build are gone, within the maintained range only.
