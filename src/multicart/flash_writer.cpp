@@ -60,8 +60,15 @@ std::uint32_t regionCrc(const LayoutResult& layout, const Region& region)
     return region.chr ? image.chrCrc32 : image.prgCrc32;
 }
 
+std::uint32_t regionDataBytes(const LayoutResult& layout, const Region& region)
+{
+    const NesImage& image = layout.images[region.image];
+    return region.chr ? image.chrBytes : image.prgBytes;
+}
+
 // The images' regions in flash order; nothing if an image runs past the ROM's end, or lies on another
-// image's bytes without sharing its data there. Of images that share, the last in the list writes.
+// image's bytes without sharing its data there. Images that share start at one offset, and the largest
+// region among them writes: a smaller window sees the first copy of the same data.
 std::optional<std::vector<Region>> regionsOf(const LayoutResult& layout)
 {
     std::vector<Region> regions;
@@ -78,7 +85,8 @@ std::optional<std::vector<Region>> regionsOf(const LayoutResult& layout)
         return a.offset != b.offset ? a.offset < b.offset : a.end < b.end;
     });
     const auto sameData = [&](const Region& a, const Region& b) {
-        return a.offset == b.offset && a.end == b.end && regionCrc(layout, a) == regionCrc(layout, b);
+        return a.offset == b.offset && regionCrc(layout, a) == regionCrc(layout, b) &&
+               regionDataBytes(layout, a) == regionDataBytes(layout, b);
     };
     std::uint64_t coveredEnd = 0;
     for (std::size_t i = 0; i < regions.size(); ++i) {

@@ -25,51 +25,57 @@ struct Area {
     bool NesImage::*placed;
     std::uint32_t NesImage::*offset;
     std::uint32_t NesImage::*crc;
+    std::uint32_t NesImage::*dataBytes;
     std::uint32_t NesImage::*layoutBytes;
-    std::uint32_t NesImage::*layoutBanks;
 };
 
-constexpr Area kPrg{0, &NesImage::prgPlaced, &NesImage::prgOffset, &NesImage::prgCrc32, &NesImage::prgLayoutBytes,
-                    &NesImage::prgLayoutBanks};
-constexpr Area kChr{1, &NesImage::chrPlaced, &NesImage::chrOffset, &NesImage::chrCrc32, &NesImage::chrLayoutBytes,
-                    &NesImage::chrLayoutBanks};
+constexpr Area kPrg{0, &NesImage::prgPlaced, &NesImage::prgOffset, &NesImage::prgCrc32, &NesImage::prgBytes,
+                    &NesImage::prgLayoutBytes};
+constexpr Area kChr{1, &NesImage::chrPlaced, &NesImage::chrOffset, &NesImage::chrCrc32, &NesImage::chrBytes,
+                    &NesImage::chrLayoutBytes};
 
 std::uint32_t roundUp(std::uint64_t value, std::uint64_t step)
 {
     return std::uint32_t((value + step - 1) / step * step);
 }
 
-// Images that hold the same data: equal checksum and equal reserved size. The size is part of the key so
-// that a copy reserved smaller than its twin never hands its place to the larger one.
+// Images that hold the same data: equal checksum over equal length, whatever room each reserves (an NROM
+// game and an MMC3 game with the same PRG reserve 32 KB and 128 KB on COOLBOY). The group is placed as one
+// copy in the room of its largest member; the smaller windows, whose sizes divide it, start at the same
+// offset and find their data there, since a raised PRG window is filled with copies of it.
 class ShareGroups {
 public:
     ShareGroups(const std::vector<NesImage>& images, const Area& area)
         : groupOf_(images.size())
     {
-        std::unordered_map<std::uint64_t, std::size_t> groupByKey;
+        std::unordered_map<std::uint64_t, std::size_t> groupByData;
         for (std::size_t i = 0; i < images.size(); ++i) {
-            const std::uint64_t key = (std::uint64_t(images[i].*area.crc) << 32) | images[i].*area.layoutBytes;
-            const auto [entry, isNew] = groupByKey.try_emplace(key, members_.size());
+            const std::uint64_t key = (std::uint64_t(images[i].*area.crc) << 32) | images[i].*area.dataBytes;
+            const auto [entry, isNew] = groupByData.try_emplace(key, members_.size());
             if (isNew) {
                 members_.emplace_back();
-                groupBytes_.push_back(images[i].*area.layoutBytes);
+                roomBytes_.push_back(0);
             }
             groupOf_[i] = entry->second;
             members_[entry->second].push_back(i);
+            roomBytes_[entry->second] = std::max(roomBytes_[entry->second], images[i].*area.layoutBytes);
         }
     }
 
     const std::vector<std::size_t>& membersWith(std::size_t image) const { return members_[groupOf_[image]]; }
 
+    // The flash that the copy of the image's data takes.
+    std::uint32_t roomOf(std::size_t image) const { return roomBytes_[groupOf_[image]]; }
+
     std::uint32_t uniqueBytes() const
     {
-        return std::accumulate(groupBytes_.begin(), groupBytes_.end(), std::uint32_t(0));
+        return std::accumulate(roomBytes_.begin(), roomBytes_.end(), std::uint32_t(0));
     }
 
 private:
     std::vector<std::size_t> groupOf_;
     std::vector<std::vector<std::size_t>> members_;
-    std::vector<std::uint32_t> groupBytes_;
+    std::vector<std::uint32_t> roomBytes_;
 };
 
 // The images in a working order that the runs sort and swap; the images themselves never move.
@@ -81,15 +87,17 @@ public:
         std::iota(order_.begin(), order_.end(), std::size_t(0));
     }
 
-    // Largest first over the first `count` positions.
+    // Largest room first over the first `count` positions.
     void sortLargestFirst(const Area& area, std::size_t count)
     {
+        const ShareGroups& rooms = groups(area);
         std::stable_sort(order_.begin(), order_.begin() + std::ptrdiff_t(count),
-                         [&](std::size_t a, std::size_t b) { return images_[a].*area.layoutBanks > images_[b].*area.layoutBanks; });
+                         [&](std::size_t a, std::size_t b) { return rooms.roomOf(a) > rooms.roomOf(b); });
     }
     void sortLargestFirst(const Area& area) { sortLargestFirst(area, order_.size()); }
 
-    // Gives `offset` to the image at `position` and to every image with the same data.
+    // Gives `offset` to the image at `position` and to every image with the same data; their copy takes
+    // room(area, position) from there.
     void place(const Area& area, std::size_t position, std::uint32_t offset)
     {
         for (std::size_t member : groups(area).membersWith(order_[position])) {
@@ -98,7 +106,7 @@ public:
         }
     }
 
-    // Each hole takes, in working order, every image that fits it at its own alignment.
+    // Each hole takes, in working order, every image whose room fits it at the room's alignment.
     void fillHoles(const Area& area, std::vector<Hole>& holes)
     {
         for (Hole& hole : holes) {
@@ -108,7 +116,7 @@ public:
                 NesImage& image = at(position);
                 if (image.*area.placed)
                     continue;
-                const std::uint32_t size = image.*area.layoutBytes;
+                const std::uint32_t size = room(area, position);
                 if (size == 0) {
                     image.*area.placed = true;
                 } else if (size <= hole.size && hole.offset % size == 0) {
@@ -126,13 +134,13 @@ public:
         for (std::size_t i = 0; i < order_.size(); ++i) {
             if (at(i).prgPlaced)
                 continue;
-            bool fits = isAligned(cursor, at(i).prgLayoutBytes);
+            bool fits = isAligned(cursor, room(kPrg, i));
             for (std::size_t j = i + 1; !fits && j < order_.size(); ++j) {
                 std::swap(order_[i], order_[j]);
-                const NesImage& candidate = at(i);
-                fits = !candidate.prgPlaced && candidate.prgLayoutBytes != 0 && cursor % candidate.prgLayoutBytes == 0;
+                const std::uint32_t size = room(kPrg, i);
+                fits = !at(i).prgPlaced && size != 0 && cursor % size == 0;
             }
-            const std::uint32_t size = at(i).prgLayoutBytes;
+            const std::uint32_t size = room(kPrg, i);
             if (!fits && size != 0) {
                 const std::uint32_t aligned = roundUp(cursor, size);
                 if (aligned != cursor)
@@ -153,20 +161,19 @@ public:
         for (std::size_t i = 0; i < order_.size(); ++i) {
             if (at(i).chrPlaced)
                 continue;
-            if (at(i).chrLayoutBytes == 0) {
+            if (room(kChr, i) == 0) {
                 at(i).chrPlaced = true;
                 continue;
             }
-            bool fits = cursor % at(i).chrLayoutBytes == 0;
+            bool fits = cursor % room(kChr, i) == 0;
             for (std::size_t j = i + 1; !fits && j < order_.size(); ++j) {
                 std::swap(order_[i], order_[j]);
-                NesImage& candidate = at(i);
-                if (candidate.chrPlaced || candidate.chrLayoutBytes == 0)
-                    candidate.chrPlaced = true;
+                if (at(i).chrPlaced || room(kChr, i) == 0)
+                    at(i).chrPlaced = true;
                 else
-                    fits = cursor % candidate.chrLayoutBytes == 0;
+                    fits = cursor % room(kChr, i) == 0;
             }
-            const std::uint32_t size = at(i).chrLayoutBytes;
+            const std::uint32_t size = room(kChr, i);
             if (!fits && size != 0)
                 cursor = roundUp(cursor, size);
             if (!at(i).chrPlaced) {
@@ -191,6 +198,7 @@ private:
     static bool isAligned(std::uint32_t offset, std::uint32_t size) { return size == 0 || offset % size == 0; }
 
     NesImage& at(std::size_t position) { return images_[order_[position]]; }
+    std::uint32_t room(const Area& area, std::size_t position) const { return groups(area).roomOf(order_[position]); }
 
     std::vector<NesImage>& images_;
     std::vector<std::size_t> order_;

@@ -36,35 +36,45 @@ const NesImage& menuIn(const LayoutResult& layout)
 }
 
 // What every layout must hold, whatever order equal sizes end up in: each image placed at a multiple of its
-// size, equal data at one place, no two images on the same bytes, and the totals that follow.
+// size, equal data (equal checksum and length) at one place in the room of its largest window, no two copies
+// on the same bytes, and the totals that follow.
 void expectSoundLayout(const LayoutResult& layout, std::size_t gameCount)
 {
     ASSERT_EQ(layout.images.size(), gameCount + 1);
     EXPECT_EQ(std::count_if(layout.images.begin(), layout.images.end(), [](const NesImage& i) { return i.isMenu; }), 1);
     EXPECT_TRUE(std::is_sorted(layout.images.begin(), layout.images.end(),
                                [](const NesImage& a, const NesImage& b) { return a.listIndex < b.listIndex; }));
-    // (offset, size, checksum) of each stored copy, and the offset at which each distinct data lies
-    std::set<std::tuple<std::uint64_t, std::uint64_t, std::uint32_t>> copies;
-    std::map<std::tuple<bool, std::uint32_t, std::uint32_t>, std::uint32_t> offsetOfData;
-    std::uint64_t uniqueBytes[2] = {}, end = 0;
+    struct Copy {
+        std::uint64_t offset;
+        std::uint64_t room;
+    };
+    // (PRG?, checksum, data length) of each distinct data, and where its copy lies
+    std::map<std::tuple<bool, std::uint32_t, std::uint32_t>, Copy> copyOfData;
     for (const NesImage& image : layout.images) {
         EXPECT_TRUE(image.prgPlaced && image.chrPlaced);
-        for (const auto& [isPrg, offset, size, crc] : {std::tuple{true, image.prgOffset, image.prgLayoutBytes, image.prgCrc32},
-                                                      std::tuple{false, image.chrOffset, image.chrLayoutBytes, image.chrCrc32}}) {
+        for (const auto& [isPrg, offset, size, crc, bytes] :
+             {std::tuple{true, image.prgOffset, image.prgLayoutBytes, image.prgCrc32, image.prgBytes},
+              std::tuple{false, image.chrOffset, image.chrLayoutBytes, image.chrCrc32, image.chrBytes}}) {
             if (size == 0)
                 continue;
             EXPECT_EQ(offset % size, 0u) << image.name.toStdString();
-            const auto [first, isNew] = offsetOfData.try_emplace({isPrg, crc, size}, offset);
-            EXPECT_EQ(first->second, offset) << "equal data stored twice: " << image.name.toStdString();
-            uniqueBytes[isPrg] += isNew ? size : 0;
-            copies.insert({offset, size, crc});
-            end = std::max(end, std::uint64_t(offset) + size);
+            const auto [copy, isNew] = copyOfData.try_emplace({isPrg, crc, bytes}, Copy{offset, size});
+            EXPECT_EQ(copy->second.offset, offset) << "equal data stored twice: " << image.name.toStdString();
+            copy->second.room = std::max<std::uint64_t>(copy->second.room, size);
         }
     }
+    std::vector<Copy> copies;
+    std::uint64_t uniqueBytes[2] = {}, end = 0;
+    for (const auto& [data, copy] : copyOfData) {
+        copies.push_back(copy);
+        uniqueBytes[std::get<0>(data)] += copy.room;
+        end = std::max(end, copy.offset + copy.room);
+    }
+    std::sort(copies.begin(), copies.end(), [](const Copy& a, const Copy& b) { return a.offset < b.offset; });
     std::uint64_t coveredEnd = 0;
-    for (const auto& [offset, size, crc] : copies) {
-        EXPECT_GE(offset, coveredEnd) << "overlap";
-        coveredEnd = offset + size;
+    for (const Copy& copy : copies) {
+        EXPECT_GE(copy.offset, coveredEnd) << "overlap";
+        coveredEnd = copy.offset + copy.room;
     }
     EXPECT_EQ(layout.uniquePrgBytes, uniqueBytes[true]);
     EXPECT_EQ(layout.uniqueChrBytes, uniqueBytes[false]);
@@ -74,8 +84,9 @@ void expectSoundLayout(const LayoutResult& layout, std::size_t gameCount)
 
 std::vector<NesImage> randomGames(std::mt19937& random, std::size_t count, BoardType board)
 {
-    static constexpr std::uint32_t kCoolboySizes[][3] = {{1, 0, 0}, {2, 1, 0}, {8, 0, 4}, {8, 16, 4}, {16, 32, 4},
-                                                          {32, 16, 74}, {64, 64, 4}, {128, 0, 4}, {4, 3, 4}};
+    static constexpr std::uint32_t kCoolboySizes[][3] = {{1, 0, 0}, {2, 1, 0}, {2, 1, 4}, {1, 0, 74}, {8, 0, 4},
+                                                          {8, 16, 4}, {16, 32, 4}, {32, 16, 74}, {64, 64, 4},
+                                                          {128, 0, 4}, {4, 3, 4}};
     static constexpr std::uint32_t kCoolgirlSizes[][3] = {{2, 0, 2}, {1, 1, 3}, {8, 16, 4}, {96, 8, 228},
                                                            {16, 32, 1}, {4, 2, 66}, {128, 64, 4}, {2, 5, 1}};
     std::vector<NesImage> games;
@@ -83,7 +94,7 @@ std::vector<NesImage> randomGames(std::mt19937& random, std::size_t count, Board
         const auto& size = board == BoardType::Coolgirl ? kCoolgirlSizes[random() % std::size(kCoolgirlSizes)]
                                                         : kCoolboySizes[random() % std::size(kCoolboySizes)];
         games.push_back(imageOf(i, size[0], size[1], size[2]));
-        // Now and then the same file twice, or the same PRG with other CHR.
+        // Now and then the same file twice, or the same PRG with other CHR (maybe under another mapper).
         if (i > 0 && random() % 8 == 0) {
             games[i] = games[random() % i];
             games[i].listIndex = i;
@@ -169,11 +180,26 @@ TEST(Layout, EqualDataIsStoredOnce)
     EXPECT_EQ(layout.uniquePrgBytes, 512 * KB + 128 * KB);
     EXPECT_EQ(layout.uniqueChrBytes, 128 * KB);
 
-    // A twin reserved smaller (NROM beside the same PRG as MMC3) keeps a copy of its own.
-    std::vector<NesImage> twins{imageOf(1, 2, 0, 0), imageOf(2, 2, 0, 4)};
-    twins[1].prgCrc32 = twins[0].prgCrc32;
-    normalisePrg(twins);
-    expectSoundLayout(layoutRom(menuOf(8), twins, BoardType::Coolboy), 2);
+}
+
+TEST(Layout, NromAndMmc3WithTheSamePrgShareOneCopy)
+{
+    // 32 KB of PRG as an NROM game and as an MMC3 game, whose window COOLBOY raises to 128 KB; the NROM game
+    // comes first in the list, and a 256 KB and a 128 KB game compete for the hole before the menu.
+    std::vector<NesImage> games{imageOf(0, 2, 1, 0), imageOf(1, 16, 0), imageOf(2, 8, 0), imageOf(3, 2, 1, 4)};
+    games[3].prgCrc32 = games[0].prgCrc32;
+    normaliseChr(games);
+    normalisePrg(games);
+    for (std::uint32_t menuBanks : {8u, 32u}) {
+        const LayoutResult layout = layoutRom(menuOf(menuBanks), games, BoardType::Coolboy);
+        expectSoundLayout(layout, games.size());
+        const NesImage& nrom = gameAt(layout, 0);
+        const NesImage& mmc3 = gameAt(layout, 3);
+        EXPECT_EQ(nrom.prgOffset, mmc3.prgOffset);
+        EXPECT_EQ(mmc3.prgOffset % (128 * KB), 0u) << "the copy lies where the larger window can start";
+        EXPECT_EQ(nrom.prgLayoutBytes, 32 * KB);
+        EXPECT_EQ(layout.uniquePrgBytes, menuBanks * 16 * KB + 256 * KB + 128 * KB + 128 * KB);
+    }
 }
 
 TEST(Layout, RandomListsGiveSoundAndRepeatableLayouts)

@@ -164,8 +164,9 @@ TEST_F(RomOutput, FailedOrStoppedWriteNamesTheFileAndKeepsTheEarlierOutput)
 
 // Megabytes of flash from many files: a 2 MB game with 512 KB of CHR, NROM games on both sides of every
 // place where the file is written in pieces, a mirrored game, a short file, a game whose 48 KB of PRG and
-// 24 KB of CHR leave the ends of their stretches erased, and two files with equal data that share one
-// copy. Every source is checked, the ones whose copy is not used too.
+// 24 KB of CHR leave the ends of their stretches erased, two files with equal data that share one copy,
+// and an NROM game with the PRG of the mirrored MMC3 game, which reads it from the start of that game's
+// window. Every source is checked, the ones whose copy is not used too.
 TEST_F(RomOutput, LargeFlashFromManyFiles)
 {
     std::vector<SyntheticRom> roms{{.mapper = 0, .prgBanks = 8, .chrBanks = 0, .seed = 9},
@@ -177,6 +178,7 @@ TEST_F(RomOutput, LargeFlashFromManyFiles)
         roms.push_back({.mapper = 0, .prgBanks = std::uint32_t(seed % 2 + 1), .chrBanks = 1, .seed = seed});
     const std::size_t twin = roms.size();
     roms.push_back(roms[21]); // the same data in a file of its own
+    roms.push_back({.mapper = 0, .prgBanks = 2, .chrBanks = 1, .seed = 2});
     layOut(roms);
     layOut();
     ASSERT_GT(layout.romBytes, 5u << 20);
@@ -186,13 +188,15 @@ TEST_F(RomOutput, LargeFlashFromManyFiles)
     };
     ASSERT_EQ(imageOf(paths[21]).prgOffset, imageOf(paths[qsizetype(twin)]).prgOffset);
     ASSERT_EQ(imageOf(paths[21]).chrOffset, imageOf(paths[qsizetype(twin)]).chrOffset);
+    ASSERT_EQ(imageOf(paths[2]).prgOffset, imageOf(paths.back()).prgOffset);
     const QString bin = dir.filePath("multi.bin");
     ASSERT_TRUE(writeRaw(layout, bin, "COOLBOY", false).ok);
     expectRomContent(readAll(bin));
 
     const QString out = dir.filePath("multi.nes");
     ASSERT_TRUE(writeNes(layout, out, 268, 0).ok);
-    for (const QString& culprit : {paths[21], paths[qsizetype(twin)], paths[1], paths[qsizetype(twin) - 1]}) {
+    for (const QString& culprit :
+         {paths[21], paths[qsizetype(twin)], paths[1], paths[qsizetype(twin) - 1], paths.back()}) {
         const QByteArray original = readAll(culprit);
         writeFile(culprit, QByteArray(original).replace(original.size() - 5, 1, "?"));
         expectFailureOn(out, culprit);
