@@ -11,8 +11,6 @@
 
 #include <QFileInfo>
 
-#include <algorithm>
-
 namespace zunbrix::cli {
 
 int RunExportCommand(const CliRequest& request)
@@ -45,8 +43,7 @@ int RunExportCommand(const CliRequest& request)
         PrintError(StringTable::Get(text::TitleError, language) + QStringLiteral(": ") + why.trimmed());
         return kExitFailure;
     }
-    const auto games = std::count_if(inputs.entries.begin(), inputs.entries.end(),
-                                     [](const GameEntry& entry) { return entry.checked; });
+    const std::size_t games = checkedCount(inputs.entries);
     PrintOutput(QStringLiteral("%1: menu data of %2 games for %3")
                     .arg(result.folder)
                     .arg(games)

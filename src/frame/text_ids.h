@@ -32,6 +32,9 @@ inline constexpr int AssemblerNotStarted = 901;
 inline constexpr int AssemblerStopped = 902;
 inline constexpr int MusicUnavailable = 903;
 
+// Lists longer than the menu can index.
+inline constexpr int TooManyForMenu = 910;
+
 // A page of the list that the menu cannot draw: the built-in look, the custom look, the custom look spaced.
 inline constexpr int ListOffScreenBuiltIn = 915;
 inline constexpr int ListOffScreenCustom = 916;

@@ -20,7 +20,6 @@
 #include <QCoreApplication>
 #include <QDir>
 
-#include <algorithm>
 #include <exception>
 #include <stdexcept>
 
@@ -468,10 +467,15 @@ BuildResult runBuild(const BuildRequest& request, BuildUser& user, std::atomic<b
         return {};
     }
     const BusyHold hold(busy);
-    const auto checkedCount = std::count_if(request.entries.begin(), request.entries.end(),
-                                            [](const GameEntry& entry) { return entry.checked; });
-    if (checkedCount > kMaxBuildGames) {
+    const std::size_t games = checkedCount(request.entries);
+    if (games > static_cast<std::size_t>(kMaxBuildGames)) {
         show(text::TooManyGames, {kMaxBuildGames}, text::TitleWarn);
+        return {};
+    }
+    // A game past the menu's index tables would start another game's data: no such ROM is made.
+    QString tooMany;
+    if (!checkGameCount(games, request.language, tooMany)) {
+        user.ShowMessage({text::TooManyForMenu, tooMany, text::TitleError, MessageStyle::Ok});
         return {};
     }
     try {

@@ -46,6 +46,10 @@ ExportInformationResult exportInformation(const ExportSources& sources, int romT
     const bool coolgirl = romType == 1;
     const BoardType board = coolgirl ? BoardType::Coolgirl : BoardType::Coolboy;
 
+    ExportInformationResult result;
+    if (!checkGameCount(checkedCount(sources.entries), sources.language, result.message))
+        return result;
+
     std::vector<NesImage> images;
     QStringList names;
     for (const GameEntry& entry : sources.entries) {
@@ -58,7 +62,6 @@ ExportInformationResult exportInformation(const ExportSources& sources, int romT
     const QStringList shownNames = displayNames(names, options);
     writeGameList(names, folder);
 
-    ExportInformationResult result;
     normaliseChr(images);
     const bool valid = coolgirl ? validateCoolgirl(images, sources.language, result.message)
                                 : validateCoolboy(images, sources.language, result.message);

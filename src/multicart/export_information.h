@@ -27,14 +27,15 @@ using FolderQuestion = std::function<std::optional<QString>(const QString& start
 struct ExportInformationResult {
     bool ok = false;
     QString folder;  // where the generated files went
-    QString message; // for the user under the title "Error" when not empty: bad games or overflowing banks
+    QString message; // for the user under the title "Error" when not empty: a list too long for the menu, bad
+                     // games or overflowing banks
 };
 
 // Writes what a menu of one's own needs of a build, without assembling anything: game_list.txt with the
 // plain names, the designer's files, the name, data and final data banks and game_config.asm.
 // `romType` 1 is COOLGIRL, anything else COOLBOY; `menuBanks` is the menu's PRG in 16 KB banks.
-// The list and the counting run's index files go into `folder` before `askFolder`, if given, may move the
-// rest elsewhere.
+// A list longer than the menu can index is refused before anything is written. The list and the counting
+// run's index files go into `folder` before `askFolder`, if given, may move the rest elsewhere.
 ExportInformationResult exportInformation(const ExportSources& sources, int romType, int menuBanks, QString folder,
                                           const FolderQuestion& askFolder);
 

@@ -71,6 +71,12 @@ GameEntry::GameEntry(const QString& filePath) : GameEntry(unread(filePath))
     coolgirlFit = valid() && fitsCoolgirl(mapper(), prgBanks());
 }
 
+std::size_t checkedCount(const std::vector<GameEntry>& entries)
+{
+    return static_cast<std::size_t>(
+        std::count_if(entries.begin(), entries.end(), [](const GameEntry& entry) { return entry.checked; }));
+}
+
 bool GameEntry::valid() const
 {
     return headerRead && hasMagic(header);

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace zunbrix {
 
@@ -38,6 +39,9 @@ struct GameEntry {
     bool battery() const { return header[6] & 0x02; }
     bool hasTrainer() const { return header[6] & 0x04; }
 };
+
+// How many entries of a list are checked, that is, go into a build.
+std::size_t checkedCount(const std::vector<GameEntry>& entries);
 
 // A game or the menu as the build sees it: sizes, checksums and file positions, never the data itself.
 struct NesImage {

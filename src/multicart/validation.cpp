@@ -113,6 +113,15 @@ bool checkMenu(const NesImage& menu, Language language, QString& text)
     return false;
 }
 
+bool checkGameCount(std::size_t games, Language language, QString& text)
+{
+    text.clear();
+    if (games <= kMaxMenuGames)
+        return true;
+    text = FormatText(StringTable::Get(text::TooManyForMenu, language), {(long long)kMaxMenuGames, (long long)games});
+    return false;
+}
+
 bool checkOverflow(std::uint32_t menuLayoutBanks, std::uint32_t nameBanks, std::uint32_t dataBanks,
                    std::uint32_t finalBanks, Language language, QString& text)
 {

@@ -7,6 +7,7 @@
 
 #include <QString>
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -23,6 +24,13 @@ bool validateCoolgirl(const std::vector<NesImage>& images, Language language, QS
 
 // Whether an assembled menu can start the board: valid, no CHR, 128 KB to 2 MB of PRG in a power of two.
 bool checkMenu(const NesImage& menu, Language language, QString& text);
+
+// The most games the menu can start: its bank index tables hold one byte per game in 2 KB each, and the
+// next table or the name table follows right behind.
+inline constexpr std::size_t kMaxMenuGames = 2048;
+
+// Whether the menu can index `games` games. On failure `text` names the limit.
+bool checkGameCount(std::size_t games, Language language, QString& text);
 
 // Whether the menu's data banks fit the room that a menu of this size leaves. `text` is always set.
 bool checkOverflow(std::uint32_t menuLayoutBanks, std::uint32_t nameBanks, std::uint32_t dataBanks,

@@ -154,6 +154,38 @@ TEST_F(BuildDriver, RefusesWhileBusyAndAboveTheGameLimit)
     EXPECT_FALSE(workFolderLeft());
 }
 
+// The menu indexes at most 2,048 games; one more would start another game's data. The refusal names the limit
+// and comes before any file is read or written.
+TEST_F(BuildDriver, ListLongerThanTheMenuCanIndexIsRefused)
+{
+    GameEntry missing(root.filePath("none.nes"));
+    missing.checked = true;
+    request.entries.assign(2049, missing);
+    for (BoardType board : {BoardType::Coolgirl, BoardType::Coolboy}) {
+        user.messages.clear();
+        request.options.boardType = board;
+        EXPECT_FALSE(build().ok);
+        EXPECT_EQ(onlyMessage().textId, text::TooManyForMenu);
+        EXPECT_EQ(onlyMessage().titleId, text::TitleError);
+        EXPECT_EQ(onlyMessage().text,
+                  QStringLiteral("The menu can list and start at most 2048 games, but 2049 are checked"));
+        EXPECT_FALSE(workFolderLeft());
+        EXPECT_TRUE(user.asked.empty());
+        EXPECT_FALSE(QFileInfo::exists(user.output->path));
+    }
+
+    request.language = Language::Chinese;
+    user.messages.clear();
+    build();
+    EXPECT_EQ(onlyMessage().text, QStringLiteral("菜单最多只能列出并启动 2048 个游戏, 但已勾选 2049 个"));
+
+    request.entries.pop_back();
+    user.messages.clear();
+    build();
+    ASSERT_FALSE(user.messages.empty());
+    EXPECT_NE(user.messages.front().textId, text::TooManyForMenu) << "exactly the limit passes";
+}
+
 TEST_F(BuildDriver, OverflowingMenuDataStopsBeforeAnythingIsWritten)
 {
     addGame("Long", {.mapper = 0, .prgBanks = 1});

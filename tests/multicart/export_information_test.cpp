@@ -155,3 +155,25 @@ TEST_F(ExportInformation, NothingCheckedStillExports)
     EXPECT_NE(text("chosen", "game_config.asm").find("GAMES_TOTAL   =  0\r\n"), std::string::npos);
     EXPECT_EQ(text("start", "game_list.txt"), "");
 }
+
+// The menu indexes at most 2,048 games: a longer list, on either board, is refused with the limit named and
+// nothing is asked or written, not even the list of names; one unchecked entry more changes nothing.
+TEST_F(ExportInformation, ListLongerThanTheMenuCanIndexIsRefusedBeforeAnythingIsWritten)
+{
+    addEntries(2048, QStringLiteral("G"));
+    addEntries(1, QStringLiteral("Unchecked"), false);
+    ASSERT_TRUE(run(1).ok);
+
+    QDir(start()).removeRecursively();
+    ASSERT_TRUE(QDir(dir.path()).mkpath(QStringLiteral("start")));
+    addEntries(1, QStringLiteral("G"));
+    askedFrom.clear();
+    for (int romType : {0, 1}) {
+        const ExportInformationResult result = run(romType);
+        EXPECT_FALSE(result.ok);
+        EXPECT_EQ(result.message,
+                  QStringLiteral("The menu can list and start at most 2048 games, but 2049 are checked"));
+        EXPECT_TRUE(askedFrom.isEmpty());
+        EXPECT_TRUE(QDir(start()).isEmpty());
+    }
+}
