@@ -1,7 +1,8 @@
 // The demo multicarts as `make demo` builds them, booted in FCEUX: the menu lists every game of the demo list,
 // and each game, chosen in the menu and started, passes its own board checks. A game started with the wrong
-// registers, CHR or mirroring fails its self-test, and so this test. Also a list of 1,000 tiny NROM games on
-// COOLBOY, of which the last one starts, and a custom menu that shows the look kept in the designer.
+// registers, CHR or mirroring fails its self-test, and so this test. Also long lists of tiny NROM games, of
+// which the last one starts, up to the most the menu can index; two games that share their PRG; and a custom
+// menu that shows the look kept in the designer.
 #include "e2e/fceux_runner.h"
 #include "e2e/sample_verdict.h"
 #include "e2e/zunbrix_build.h"
@@ -173,8 +174,13 @@ INSTANTIATE_TEST_SUITE_P(EveryBoard, DemoMulticart,
                                            DemoBoard{"coolgirl", "coolgirl.qvl"}),
                          [](const ::testing::TestParamInfo<DemoBoard>& info) { return std::string(info.param.board); });
 
-// A 16 KB NROM game that, once started, writes its number and a mark to $0600 and stops there.
-QByteArray tinyNromGame(int number)
+// Where a tiny game finds the number it reports.
+enum class NumberIn { Prg, Chr };
+
+// A 16 KB NROM game that, once started, writes its number and a mark to $0600 and stops there. It finds the
+// number in its own code, or in the first two bytes of its CHR: games of the second kind differ only in
+// their CHR, and their PRG is shared on the flash.
+QByteArray tinyNromGame(int number, NumberIn numberIn = NumberIn::Prg)
 {
     constexpr int kPrgBytes = 16384;
     constexpr int kOrigin = 0xC000;
@@ -184,8 +190,16 @@ QByteArray tinyNromGame(int number)
             prg.append(char(byte));
     };
     emit({0x78, 0xA2, 0xFF, 0x9A});                   // SEI; LDX #$FF; TXS
-    emit({0xA9, number & 0xFF, 0x8D, 0x00, 0x06});    // LDA #lo; STA $0600
-    emit({0xA9, number >> 8, 0x8D, 0x01, 0x06});      // LDA #hi; STA $0601
+    if (numberIn == NumberIn::Prg) {
+        emit({0xA9, number & 0xFF, 0x8D, 0x00, 0x06}); // LDA #lo; STA $0600
+        emit({0xA9, number >> 8, 0x8D, 0x01, 0x06});   // LDA #hi; STA $0601
+    } else {
+        emit({0xAD, 0x02, 0x20, 0xA9, 0x00});          // LDA $2002; LDA #0
+        emit({0x8D, 0x06, 0x20, 0x8D, 0x06, 0x20});    // STA $2006 twice: PPU address 0
+        emit({0xAD, 0x07, 0x20});                      // LDA $2007: the stale buffered byte
+        emit({0xAD, 0x07, 0x20, 0x8D, 0x00, 0x06});    // LDA $2007; STA $0600
+        emit({0xAD, 0x07, 0x20, 0x8D, 0x01, 0x06});    // LDA $2007; STA $0601
+    }
     emit({0xA9, 'O', 0x8D, 0x02, 0x06});              // LDA #'O'; STA $0602
     const int loop = kOrigin + int(prg.size());
     emit({0x4C, loop & 0xFF, loop >> 8});             // JMP to itself
@@ -195,7 +209,44 @@ QByteArray tinyNromGame(int number)
     emit({rti & 0xFF, rti >> 8, kOrigin & 0xFF, kOrigin >> 8, rti & 0xFF, rti >> 8});
     QByteArray header("NES\x1A\x01\x01", 6);
     header.append(10, '\0');
-    return header + prg + QByteArray(8192, char(number));
+    QByteArray chr(8192, char(number));
+    chr[0] = char(number & 0xFF);
+    chr[1] = char(number >> 8);
+    return header + prg + chr;
+}
+
+bool writeBytes(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+// Writes `count` tiny games into `folder`, named so that a folder input lists them in number order.
+bool writeTinyGames(const QString& folder, int from, int count, NumberIn numberIn)
+{
+    QDir().mkpath(folder);
+    for (int i = from; i < from + count; ++i)
+        if (!writeBytes(folder + QStringLiteral("/game%1.nes").arg(i, 4, 10, QLatin1Char('0')),
+                        tinyNromGame(i, numberIn)))
+            return false;
+    return true;
+}
+
+// Builds the tiny games of `games` for `board` and starts the last of them, the `count`th: the menu selects it,
+// and the game writes `report` (its number, low byte first, and the mark).
+void expectLastTinyGameStarts(const char* board, const QString& games, int count, const QString& report)
+{
+    const QString folder = QFileInfo(games).path();
+    const QString rom = folder + QStringLiteral("/long.nes");
+    const QString failure =
+        zunbrixBuild({QStringLiteral("-b"), QLatin1String(board), QStringLiteral("-o"), rom, games}, folder);
+    ASSERT_TRUE(failure.isEmpty()) << failure.toStdString();
+
+    const QString script = startGameScript(count - 1) + QStringLiteral("put(\"started\", ram_hex(0x0600, 3))\n");
+    const FceuxRun run = runFceux({rom, script, folder, kTimeoutMs});
+    ASSERT_TRUE(run.finished) << run.log.toStdString();
+    EXPECT_EQ(run.values.value(QStringLiteral("selected")).toInt(), count - 1);
+    EXPECT_EQ(run.values.value(QStringLiteral("started")), report) << "the last game ran with its own data";
 }
 
 TEST(LongList, LastOfAThousandNromGamesStartsOnCoolboy)
@@ -203,24 +254,79 @@ TEST(LongList, LastOfAThousandNromGamesStartsOnCoolboy)
     ASSERT_TRUE(missingFceuxTools().isEmpty()) << missingFceuxTools().toStdString();
     zunbrix::testing::PrivateSettings settings;
     QTemporaryDir folder;
-    QDir(folder.path()).mkpath(QStringLiteral("games"));
     constexpr int kGames = 1000;
-    for (int i = 0; i < kGames; ++i) {
-        QFile file(folder.filePath(QStringLiteral("games/game%1.nes").arg(i, 4, 10, QLatin1Char('0'))));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(tinyNromGame(i));
-    }
-    const QString rom = folder.filePath(QStringLiteral("long.nes"));
-    const QString failure = zunbrixBuild(
-        {QStringLiteral("-b"), QStringLiteral("coolboy"), QStringLiteral("-o"), rom, folder.filePath("games")},
-        folder.path());
-    ASSERT_TRUE(failure.isEmpty()) << failure.toStdString();
+    ASSERT_TRUE(writeTinyGames(folder.filePath("games"), 0, kGames, NumberIn::Prg));
+    expectLastTinyGameStarts("coolboy", folder.filePath("games"), kGames, QStringLiteral("E7034F"));
+}
 
-    const QString script = startGameScript(kGames - 1) + QStringLiteral("put(\"started\", ram_hex(0x0600, 3))\n");
-    const FceuxRun run = runFceux({rom, script, folder.path(), kTimeoutMs});
-    ASSERT_TRUE(run.finished) << run.log.toStdString();
-    EXPECT_EQ(run.values.value(QStringLiteral("selected")).toInt(), kGames - 1);
-    EXPECT_EQ(run.values.value(QStringLiteral("started")), QStringLiteral("E7034F")) << "game 999 ran its first lines";
+// The menu's index tables hold 2,048 games. The last of 2,048 COOLGIRL games starts with its own data (its
+// number comes from its CHR, which its record locates); a 2,049th game makes the build refuse the list,
+// naming the limit, and no ROM is written.
+TEST(LongList, LastOf2048GamesStartsOnCoolgirlAndOneMoreIsRefused)
+{
+    ASSERT_TRUE(missingFceuxTools().isEmpty()) << missingFceuxTools().toStdString();
+    zunbrix::testing::PrivateSettings settings;
+    QTemporaryDir folder;
+    constexpr int kGames = 2048;
+    const QString games = folder.filePath("games");
+    ASSERT_TRUE(writeTinyGames(games, 0, kGames, NumberIn::Chr));
+    expectLastTinyGameStarts("coolgirl", games, kGames, QStringLiteral("FF074F"));
+
+    ASSERT_TRUE(writeTinyGames(games, kGames, 1, NumberIn::Chr));
+    const QString refused = folder.filePath(QStringLiteral("refused.nes"));
+    const QString failure = zunbrixBuild(
+        {QStringLiteral("-b"), QStringLiteral("coolgirl"), QStringLiteral("-o"), refused, games}, folder.path());
+    EXPECT_TRUE(failure.contains(QStringLiteral("at most 2048 games, but 2049 are checked"))) << failure.toStdString();
+    EXPECT_FALSE(QFile::exists(refused));
+}
+
+// An NROM game and an MMC3 game with byte for byte the same PRG (the sample game DOUBLE DECKER under both
+// mappers) share one copy on COOLBOY, in the MMC3 game's 128 KB window: the pair takes no more flash than the
+// MMC3 game alone, and less than a pair whose PRG differs in one byte. Both, started from the menu, pass.
+TEST(SharedPrg, NromAndMmc3GamesWithTheSamePrgShareOneCopyAndBothPass)
+{
+    ASSERT_TRUE(missingFceuxTools().isEmpty()) << missingFceuxTools().toStdString();
+    zunbrix::testing::PrivateSettings settings;
+    QTemporaryDir folder;
+    const samples::SampleGame& sample = samples::kSampleGames[1];
+    ASSERT_EQ(sample.fileName, "double_decker.nes");
+    ASSERT_EQ(sample.mapper, 0);
+    QFile original(QLatin1String(samples::kSampleGameDir.data(), samples::kSampleGameDir.size()) + QLatin1Char('/') +
+                   QLatin1String(sample.fileName.data(), sample.fileName.size()));
+    ASSERT_TRUE(original.open(QIODevice::ReadOnly));
+    const QByteArray nrom = original.readAll();
+    QByteArray mmc3 = nrom;
+    mmc3[6] = char((nrom[6] & 0x0F) | 0x40);
+    QByteArray otherNrom = nrom;
+    otherNrom[16 + 0x100] = char(otherNrom[16 + 0x100] ^ 1);
+    const QString nromPath = folder.filePath(QStringLiteral("nrom.nes"));
+    const QString mmc3Path = folder.filePath(QStringLiteral("mmc3.nes"));
+    const QString otherPath = folder.filePath(QStringLiteral("other.nes"));
+    ASSERT_TRUE(writeBytes(nromPath, nrom) && writeBytes(mmc3Path, mmc3) && writeBytes(otherPath, otherNrom));
+
+    const auto romSize = [&](const QString& name, const QStringList& inputs) -> qint64 {
+        const QString rom = folder.filePath(name);
+        const QString failure = zunbrixBuild(QStringList{QStringLiteral("-b"), QStringLiteral("coolboy"),
+                                                         QStringLiteral("--menu-size"), QStringLiteral("512"),
+                                                         QStringLiteral("-o"), rom} + inputs,
+                                             folder.path());
+        EXPECT_TRUE(failure.isEmpty()) << failure.toStdString();
+        return QFileInfo(rom).size();
+    };
+    const qint64 pair = romSize(QStringLiteral("pair.nes"), {nromPath, mmc3Path});
+    EXPECT_EQ(pair, romSize(QStringLiteral("mmc3-only.nes"), {mmc3Path}));
+    EXPECT_LT(pair, romSize(QStringLiteral("apart.nes"), {otherPath, mmc3Path}));
+
+    for (int game : {0, 1}) {
+        const QString shot = screenshotPath(QStringLiteral("shared-prg-%1").arg(game + 1));
+        const QString script = startGameScript(game) + sampleVerdictScript(kVerdictFrames, shot);
+        const FceuxRun run = runFceux({folder.filePath(QStringLiteral("pair.nes")), script, folder.path(), kTimeoutMs});
+        ASSERT_TRUE(run.finished) << run.log.toStdString();
+        ASSERT_EQ(run.values.value(QStringLiteral("selected")).toInt(), game);
+        const SampleVerdict verdict = sampleVerdict(run);
+        EXPECT_EQ(verdict.gameId(), sample.id) << "game " << game + 1 << ": " << verdict.describe().toStdString();
+        EXPECT_TRUE(verdict.passed()) << "game " << game + 1 << ": " << verdict.describe().toStdString();
+    }
 }
 
 // The custom menu of a real build, on the screen: the kept caption, the kept list position (names start at
