@@ -20,9 +20,28 @@ enum class Blanks {
     Drawn,       // a blank is drawn like any other character
 };
 
-// Draws `text`, 8-bit text as WideToAnsi makes it, from cell (column, row). A negative column drops as many
-// characters from the front and starts at column 0; characters at column 32 or beyond are not drawn; a row
-// outside 0..29 draws nothing.
+// Calls draw(column, row, tile) for each character of `text`, 8-bit text as WideToAnsi makes it, that lands on
+// the screen from cell (column, row): a negative column drops as many characters from the front and starts at
+// column 0; characters at column 32 or beyond are left out; a row outside 0..29 gives nothing.
+template <class DrawTile>
+void ForEachTextTile(int column, int row, QByteArrayView text, std::span<const std::uint8_t, kCharMapBytes> charMap,
+                     Blanks blanks, DrawTile draw)
+{
+    if (row < 0 || row >= kScreenRows || column >= kScreenColumns)
+        return;
+    qsizetype first = 0;
+    if (column < 0) {
+        first = -static_cast<qsizetype>(column);
+        column = 0;
+    }
+    for (qsizetype i = first; i < text.size() && column < kScreenColumns; ++i, ++column) {
+        const auto code = static_cast<std::uint8_t>(text[i]);
+        if (code != ' ' || blanks == Blanks::Drawn)
+            draw(column, row, charMap[code]);
+    }
+}
+
+// Writes the tiles of `text` into the name table, as ForEachTextTile places them.
 void DrawTextTiles(NameTable& nameTable, int column, int row, QByteArrayView text,
                    std::span<const std::uint8_t, kCharMapBytes> charMap, Blanks blanks);
 
