@@ -79,6 +79,8 @@ public:
     Position NameTablePos;
     std::uint8_t BigCursor = 0; // non-zero: the menu's cursor is the big one
     std::uint8_t AttrByte = 0;
+    // The master palette writes SpritePalette, else BkgPalette; the strip it writes has the focus frame.
+    bool PaletteFocus = false;
 
     bool FillColor = false;
     bool DrawLine = false;
