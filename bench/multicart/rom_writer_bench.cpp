@@ -73,7 +73,7 @@ static void BM_MergeAndWriteCoolboy(benchmark::State& state)
     normaliseChr(games);
     normalisePrg(games);
     const LayoutResult layout = layoutRom(menu, games, BoardType::Coolboy);
-    std::uint32_t largestGameBytes = 0;
+    std::uint64_t largestGameBytes = 0;
     for (const NesImage& game : games)
         largestGameBytes = std::max(largestGameBytes, game.prgBytes + game.chrBytes);
     static const double rssBeforeFirstMerge = peakRssMegabytes();

@@ -48,7 +48,7 @@ int RunBuildCommand(const CliRequest& request)
     const StopSignals stopSignals;
     RemoveAbandonedWorkFolders();
     const Language language = LanguageFor(request);
-    InputList inputs = ReadInputs(request.inputs, GameHeaders::LeftUnread);
+    InputList inputs = ReadInputs(request.inputs, GameHeaders::LeftUnread, language);
     for (const QString& problem : inputs.problems)
         PrintError(problem);
     if (!inputs.problems.isEmpty())

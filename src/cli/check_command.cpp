@@ -37,9 +37,12 @@ QString lineOf(const Row& row, const std::array<qsizetype, kShownColumns>& width
 int RunCheckCommand(const CliRequest& request)
 {
     const Language language = LanguageFor(request);
-    const InputList inputs = ReadInputs(request.inputs, GameHeaders::Read);
+    const InputList inputs = ReadInputs(request.inputs, GameHeaders::Read, language);
     for (const QString& problem : inputs.problems)
         PrintError(problem);
+    for (const GameEntry& entry : inputs.entries)
+        if (entry.problem)
+            PrintError(describeFileProblem(entry.problem, language));
 
     std::vector<Row> rows;
     Row header;

@@ -24,7 +24,7 @@ void addGame(InputList& list, const QString& path, GameHeaders headers)
 
 } // namespace
 
-InputList ReadInputs(const QStringList& inputs, GameHeaders headers)
+InputList ReadInputs(const QStringList& inputs, GameHeaders headers, Language language)
 {
     InputList list;
     for (const QString& input : inputs) {
@@ -34,14 +34,16 @@ InputList ReadInputs(const QStringList& inputs, GameHeaders headers)
                                                                    QDir::Name | QDir::IgnoreCase);
             for (const QFileInfo& file : files)
                 addGame(list, file.absoluteFilePath(), headers);
-        } else if (!info.isFile()) {
-            list.problems.push_back(QStringLiteral("%1: no such file or folder").arg(input));
+        } else if (const FileProblem problem = regularFileProblem(input)) {
+            list.problems.push_back(describeFileProblem(problem, language));
         } else if (info.suffix().compare(QLatin1String("qvl"), Qt::CaseInsensitive) == 0) {
-            IniFile ini(info.absoluteFilePath(), true);
-            if (!ini.Load()) {
-                list.problems.push_back(QStringLiteral("%1: cannot read the list file").arg(input));
+            QFile file;
+            if (const FileProblem problem = openForReading(file, input)) {
+                list.problems.push_back(describeFileProblem(problem, language));
                 continue;
             }
+            IniFile ini(info.absoluteFilePath(), true);
+            ini.Parse(file.readAll());
             if (LoadListFile(ini, list.entries).exceedsCapacity)
                 list.exceedsCapacity = true;
         } else {

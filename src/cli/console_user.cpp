@@ -2,6 +2,8 @@
 
 #include "frame/paths.h"
 
+#include <QRegularExpression>
+
 #include <cstdio>
 
 #ifdef Q_OS_WIN
@@ -50,6 +52,18 @@ void PrintOutput(const QString& text)
     print(stdout, text);
 }
 
+void PrintMessage(int titleId, const QString& text, const std::vector<FileProblem>& problems, Language language)
+{
+    const QStringList lines = text.trimmed().split(QRegularExpression(QStringLiteral("\r?\n")));
+    QStringList shown;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        shown.push_back(lines[i]);
+        if (std::size_t(i) < problems.size() && problems[std::size_t(i)])
+            shown.push_back(describeFileProblem(problems[std::size_t(i)], language));
+    }
+    PrintError(StringTable::Get(titleId, language) + QStringLiteral(": ") + shown.join(QLatin1Char('\n')));
+}
+
 OutputType OutputTypeOf(const QString& path)
 {
     const QString extension = ExtensionOf(path, false).toLower();
@@ -68,7 +82,7 @@ ConsoleUser::ConsoleUser(OutputChoice output, Language language)
 MessageAnswer ConsoleUser::ShowMessage(const BuildMessage& message)
 {
     clearProgress();
-    PrintError(StringTable::Get(message.titleId, language_) + QStringLiteral(": ") + message.text.trimmed());
+    PrintMessage(message.titleId, message.text, message.problems, language_);
     return message.style == MessageStyle::YesNo ? MessageAnswer::No : MessageAnswer::Ok;
 }
 

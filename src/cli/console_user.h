@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <vector>
+
 namespace zunbrix::cli {
 
 // The build's user on a console: messages go to standard error under their title, the output is the one
@@ -32,5 +34,9 @@ OutputType OutputTypeOf(const QString& path);
 // Writes text to standard error / standard output, with CR LF turned into plain line ends.
 void PrintError(const QString& text);
 void PrintOutput(const QString& text);
+
+// A message on standard error under its title, each line followed, where a file is at fault, by a line
+// that says what is wrong with that file (`problems[i]` belongs to line i).
+void PrintMessage(int titleId, const QString& text, const std::vector<FileProblem>& problems, Language language);
 
 } // namespace zunbrix::cli

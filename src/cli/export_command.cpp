@@ -16,7 +16,7 @@ namespace zunbrix::cli {
 int RunExportCommand(const CliRequest& request)
 {
     const Language language = LanguageFor(request);
-    const InputList inputs = ReadInputs(request.inputs, GameHeaders::LeftUnread);
+    const InputList inputs = ReadInputs(request.inputs, GameHeaders::LeftUnread, language);
     for (const QString& problem : inputs.problems)
         PrintError(problem);
     if (!inputs.problems.isEmpty())
@@ -40,7 +40,7 @@ int RunExportCommand(const CliRequest& request)
     if (!result.ok) {
         const QString why =
             result.message.isEmpty() ? StringTable::Get(text::OperationFailed, language) : result.message;
-        PrintError(StringTable::Get(text::TitleError, language) + QStringLiteral(": ") + why.trimmed());
+        PrintMessage(text::TitleError, why, result.problems, language);
         return kExitFailure;
     }
     const std::size_t games = checkedCount(inputs.entries);

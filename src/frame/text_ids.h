@@ -45,4 +45,14 @@ inline constexpr int OutputIsInput = 920;
 inline constexpr int WorkFolderNotMade = 921;
 inline constexpr int BuildStopped = 922;
 
+// What is wrong with a file that the build reads or writes, and the COOLGIRL board's size limit.
+inline constexpr int FileMissing = 930;
+inline constexpr int FileNotRegular = 931;
+inline constexpr int FileReadFailed = 932;
+inline constexpr int FileNoInesMark = 933;
+inline constexpr int FileTruncated = 934;
+inline constexpr int FileChangedSinceRead = 935;
+inline constexpr int FileWriteFailed = 936;
+inline constexpr int RomBeyondBoardLimit = 937;
+
 } // namespace zunbrix::text

@@ -110,9 +110,9 @@ public:
 
 private:
     QString text(int id) const { return StringTable::Get(id, request_.language); }
-    void tell(int textId, const QString& shown, int titleId)
+    void tell(int textId, const QString& shown, int titleId, std::vector<FileProblem> problems = {})
     {
-        user_.ShowMessage({textId, shown, titleId, MessageStyle::Ok});
+        user_.ShowMessage({textId, shown, titleId, MessageStyle::Ok, std::move(problems)});
     }
     void tellError(int textId, std::initializer_list<TextArg> args)
     {
@@ -146,6 +146,7 @@ private:
     bool assemble(const QString& source);
     bool exportForExternalSource(int menuBanks);
     bool obtainMenu();
+    bool fitsBoard(const LayoutResult& layout);
     bool writeOutput(const LayoutResult& layout, BuildResult& result);
 
     const BuildRequest& request_;
@@ -260,6 +261,17 @@ bool Build::obtainMenu()
     return true;
 }
 
+// A list too large for the board ends the build, before the menu is made when the planned layout is already
+// too large.
+bool Build::fitsBoard(const LayoutResult& layout)
+{
+    QString refusal;
+    if (checkRomSize(layout, board_, request_.language, refusal))
+        return true;
+    tell(romSizeLimit(board_).refusalTextId, refusal, text::TitleError);
+    return false;
+}
+
 bool Build::writeOutput(const LayoutResult& layout, BuildResult& result)
 {
     QString startFolder;
@@ -299,7 +311,7 @@ bool Build::writeOutput(const LayoutResult& layout, BuildResult& result)
     user_.Progress(BuildStage::WritingRom, 1, 1);
     stopIfRequested();
     if (!written.ok) {
-        tell(text::OperationFailed, text(text::OperationFailed), text::TitleError);
+        tell(text::OperationFailed, text(text::OperationFailed), text::TitleError, {written.problem});
         return false;
     }
     return true;
@@ -355,10 +367,12 @@ BuildResult Build::run()
     }
     normaliseChr(games_);
     QString badGames;
-    const bool supported = board_ == BoardType::Coolgirl ? validateCoolgirl(games_, request_.language, badGames)
-                                                         : validateCoolboy(games_, request_.language, badGames);
+    std::vector<FileProblem> badFiles;
+    const bool supported = board_ == BoardType::Coolgirl
+                               ? validateCoolgirl(games_, request_.language, badGames, &badFiles)
+                               : validateCoolboy(games_, request_.language, badGames, &badFiles);
     if (!supported) {
-        tell(0, badGames, text::TitleError);
+        tell(0, badGames, text::TitleError, std::move(badFiles));
         return result;
     }
     if (board_ != BoardType::Coolgirl)
@@ -385,6 +399,8 @@ BuildResult Build::run()
     // The generators need the games' offsets before the menu exists: lay out with the planned menu, whose
     // size the menu's source is told to assemble to.
     const LayoutResult planned = layoutRom(menu_, games_, board_);
+    if (!fitsBoard(planned))
+        return result;
     const BankCounts banks = generateGameSources(names_, planned.images, buildFolder(), board_, nameColumn, true);
     const GameConfig config = gameConfigFor(options_, design_, board_, static_cast<int>(menu_.prgLayoutBanks),
                                             static_cast<int>(games_.size()), banks);
@@ -401,10 +417,8 @@ BuildResult Build::run()
         return result;
     }
     const LayoutResult layout = layoutRom(menu_, games_, board_);
-    if (!checkRomSize(layout, board_, request_.language, problem)) {
-        tell(text::FinalRomTooLarge, problem, text::TitleError);
+    if (!fitsBoard(layout))
         return result;
-    }
     if (!writeOutput(layout, result))
         return result;
 

@@ -21,12 +21,15 @@ enum class MessageStyle { Ok = 0, YesNo = 4 };
 enum class MessageAnswer { Ok = 1, Yes = 6, No = 7 };
 
 // One message to the user: the text as it is to be shown, the number it was made from (0 for lines that a
-// check gathered or for the assembler's output), the number of its title, and its buttons.
+// check gathered or for the assembler's output), the number of its title, and its buttons. Where files are
+// at fault, `problems[i]` says what is wrong with the file behind line i of the text (none where there is
+// nothing to add), for a front end to put into words beside that line.
 struct BuildMessage {
     int textId = 0;
     QString text;
     int titleId = text::TitleError;
     MessageStyle style = MessageStyle::Ok;
+    std::vector<FileProblem> problems{};
 };
 
 // The output's file type, numbered as the save dialog lists them.
@@ -71,8 +74,8 @@ struct BuildResult {
     bool ok = false;
     QString outputPath;
     int games = 0;
-    std::uint32_t romBytes = 0;
-    std::uint32_t uniqueBytes = 0; // data on the flash once equal images share their copy
+    std::uint64_t romBytes = 0;
+    std::uint64_t uniqueBytes = 0; // data on the flash once equal images share their copy
     std::uint16_t mapper = 0;
     std::uint8_t submapper = 0;
     QString keptWorkFolder;        // set when the work folder was kept

@@ -63,8 +63,8 @@ ExportInformationResult exportInformation(const ExportSources& sources, int romT
     writeGameList(names, folder);
 
     normaliseChr(images);
-    const bool valid = coolgirl ? validateCoolgirl(images, sources.language, result.message)
-                                : validateCoolboy(images, sources.language, result.message);
+    const bool valid = coolgirl ? validateCoolgirl(images, sources.language, result.message, &result.problems)
+                                : validateCoolboy(images, sources.language, result.message, &result.problems);
     if (!valid)
         return result;
     if (!coolgirl)

@@ -29,6 +29,7 @@ struct ExportInformationResult {
     QString folder;  // where the generated files went
     QString message; // for the user under the title "Error" when not empty: a list too long for the menu, bad
                      // games or overflowing banks
+    std::vector<FileProblem> problems; // [i]: what is wrong with the file behind line i of `message`
 };
 
 // Writes what a menu of one's own needs of a build, without assembling anything: game_list.txt with the

@@ -28,21 +28,21 @@ bool readOrErase(QFile& file, char* target, std::size_t size, bool fileEnded)
 
 } // namespace
 
-std::uint32_t readFileArea(QFile& file, std::uint32_t offset, std::uint32_t size, char* target)
+std::uint32_t readFileArea(QFile& file, std::uint64_t offset, std::uint64_t size, char* target)
 {
-    bool fileEnded = file.pos() != offset && !file.seek(offset);
+    bool fileEnded = std::uint64_t(file.pos()) != offset && !file.seek(qint64(offset));
     if (target) {
-        readOrErase(file, target, size, fileEnded);
-        return crc32Update(crc32Update(0, nullptr, 0), target, size);
+        readOrErase(file, target, std::size_t(size), fileEnded);
+        return crc32Update(crc32Update(0, nullptr, 0), target, std::size_t(size));
     }
-    const std::size_t pieceBytes = std::min<std::size_t>(size, kPieceBytes);
+    const auto pieceBytes = std::size_t(std::min<std::uint64_t>(size, kPieceBytes));
     const auto piece = std::make_unique_for_overwrite<char[]>(pieceBytes);
     std::uint32_t crc = crc32Update(0, nullptr, 0);
-    for (std::uint32_t done = 0; done < size;) {
-        const std::size_t part = std::min<std::size_t>(size - done, pieceBytes);
+    for (std::uint64_t done = 0; done < size;) {
+        const auto part = std::size_t(std::min<std::uint64_t>(size - done, pieceBytes));
         fileEnded = readOrErase(file, piece.get(), part, fileEnded);
         crc = crc32Update(crc, piece.get(), part);
-        done += std::uint32_t(part);
+        done += part;
     }
     return crc;
 }

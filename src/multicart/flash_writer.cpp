@@ -60,7 +60,7 @@ std::uint32_t regionCrc(const LayoutResult& layout, const Region& region)
     return region.chr ? image.chrCrc32 : image.prgCrc32;
 }
 
-std::uint32_t regionDataBytes(const LayoutResult& layout, const Region& region)
+std::uint64_t regionDataBytes(const LayoutResult& layout, const Region& region)
 {
     const NesImage& image = layout.images[region.image];
     return region.chr ? image.chrBytes : image.prgBytes;
@@ -167,21 +167,28 @@ public:
             fail({});
         writer.join();
         if (failedImage_)
-            return {false, layout_.images[*failedImage_].path};
-        if (failed_)
-            return {false, file_.fileName()};
+            return {false, sourceProblem_};
+        if (failed_) {
+            return {false,
+                    {.kind = FileProblemKind::WriteFailed,
+                     .path = file_.fileName(),
+                     .systemReason = file_.errorString()}};
+        }
         return {true, {}};
     }
 
 private:
     static bool fills(const Region& region) { return region.writes && region.dataEnd > region.offset; }
 
-    void fail(std::optional<std::size_t> image)
+    // Ends the work; a source's problem is kept for the image that comes first in the layout.
+    void fail(std::optional<std::size_t> image, const FileProblem& problem = {})
     {
         const std::lock_guard lock(mutex_);
         failed_ = true;
-        if (image && (!failedImage_ || *image < *failedImage_))
+        if (image && (!failedImage_ || *image < *failedImage_)) {
             failedImage_ = image;
+            sourceProblem_ = problem;
+        }
         changed_.notify_all();
     }
 
@@ -199,13 +206,14 @@ private:
                 return false;
             target = buffers_[region.window % buffers_.size()].get() + (region.offset - windows_[region.window].begin);
         }
-        bool ok = false;
+        FileProblem problem{.kind = FileProblemKind::ReadFailed, .path = layout_.images[region.image].path};
         try {
-            ok = readRegion(region, target);
-        } catch (...) {
+            problem = readRegion(region, target);
+        } catch (const std::exception& error) { // no memory for the piece
+            problem.systemReason = QString::fromLocal8Bit(error.what());
         }
-        if (!ok) {
-            fail(region.image);
+        if (problem) {
+            fail(region.image, problem);
             return false;
         }
         if (target) {
@@ -218,23 +226,23 @@ private:
 
     // Reads the region's data into `target`, or only checks it without one. The data must still be what
     // the image was loaded with.
-    bool readRegion(const Region& region, char* target) const
+    FileProblem readRegion(const Region& region, char* target) const
     {
         const NesImage& image = layout_.images[region.image];
-        const std::uint32_t bytes = region.chr ? image.chrBytes : prgCopies(image) > 0 ? image.prgBytes : 0;
+        const std::uint64_t bytes = region.chr ? image.chrBytes : prgCopies(image) > 0 ? image.prgBytes : 0;
         if (bytes == 0)
-            return true;
-        QFile file(image.path);
-        if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-            return false;
-        const std::uint32_t fileOffset = region.chr ? image.chrFileOffset() : image.prgFileOffset();
+            return {};
+        QFile file;
+        if (FileProblem problem = openForReading(file, image.path))
+            return problem;
+        const std::uint64_t fileOffset = region.chr ? image.chrFileOffset() : image.prgFileOffset();
         if (readFileArea(file, fileOffset, bytes, target) != regionCrc(layout_, region))
-            return false;
+            return {.kind = FileProblemKind::ChangedSinceRead, .path = image.path};
         // A game whose window was raised sees its PRG mirrored through all of it.
         if (target)
             for (std::uint64_t copy = bytes; copy < region.dataEnd - region.offset; copy += bytes)
                 std::memcpy(target + copy, target, bytes);
-        return true;
+        return {};
     }
 
     void writeWindows()
@@ -289,6 +297,7 @@ private:
     std::size_t windowsWritten_ = 0;
     bool failed_ = false;
     std::optional<std::size_t> failedImage_;
+    FileProblem sourceProblem_; // what is wrong with the failed image's file
 };
 
 } // namespace
@@ -301,19 +310,23 @@ RomWriteResult writeFlashFile(const LayoutResult& layout, const QString& path, c
         return {false, {}};
     std::vector<Window> windows = windowsOf(*regions, layout.romBytes + erasedTailBytes);
     QSaveFile file(path);
+    const auto writeFailed = [&](const QString& reason) {
+        return RomWriteResult{false, {.kind = FileProblemKind::WriteFailed, .path = path, .systemReason = reason}};
+    };
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(start) != start.size())
-        return {false, path};
+        return writeFailed(file.errorString());
     try {
         FlashStream stream(layout, std::move(*regions), std::move(windows), file, stop);
         const RomWriteResult result = stream.run();
-        // Up to here the file is a temporary one that is dropped: a stop leaves any earlier output as it was.
+        // Up to here the file is a temporary one that is dropped: a stop leaves any earlier output as it was,
+        // and no file is at fault.
         if (stop && stop->load())
-            return {false, path};
+            return {false, {}};
         if (result.ok && !file.commit())
-            return {false, path};
+            return writeFailed(file.errorString());
         return result;
-    } catch (const std::exception&) { // no memory or no thread for the work
-        return {false, path};
+    } catch (const std::exception& error) { // no memory or no thread for the work
+        return writeFailed(QString::fromLocal8Bit(error.what()));
     }
 }
 

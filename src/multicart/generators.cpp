@@ -61,11 +61,12 @@ std::vector<const NesImage*> gamesOf(const std::vector<NesImage>& images)
     return games;
 }
 
-void appendFlashPlace(std::string& text, std::uint32_t offset, std::uint32_t crc32, std::uint32_t layoutBytes)
+void appendFlashPlace(std::string& text, std::uint64_t offset, std::uint32_t crc32, std::uint64_t layoutBytes)
 {
-    const std::uint32_t offset8k = offset >> 13;
-    appendFormat(text, " .DW $%04X ;%s %08X CRC32: %08X Size: %08X\r\n", offset8k, binaryDigits(offset8k, 12).c_str(),
-                 offset, crc32, layoutBytes);
+    const auto offset8k = std::uint32_t(offset >> 13);
+    appendFormat(text, " .DW $%04X ;%s %08llX CRC32: %08X Size: %08llX\r\n", offset8k,
+                 binaryDigits(offset8k, 12).c_str(), (unsigned long long)offset, crc32,
+                 (unsigned long long)layoutBytes);
 }
 
 void appendGameData(std::string& text, const NesImage& image)

@@ -9,24 +9,24 @@ namespace zunbrix {
 
 namespace {
 
-constexpr std::uint32_t kPrgGridBytes = 16384;
+constexpr std::uint64_t kPrgGridBytes = 16384;
 constexpr std::uint32_t kChrGridBytes = 8192;
 constexpr std::uint32_t kCoolboyMenuEndBanks = 32; // the menu ends at 512 KB when it is smaller
 
 // Free flash that a later image may take.
 struct Hole {
-    std::uint32_t offset;
-    std::uint32_t size;
+    std::uint64_t offset;
+    std::uint64_t size;
 };
 
 // The fields of one of the two data areas, so that PRG and CHR share the placing code.
 struct Area {
     std::size_t index; // 0 PRG, 1 CHR
     bool NesImage::*placed;
-    std::uint32_t NesImage::*offset;
+    std::uint64_t NesImage::*offset;
     std::uint32_t NesImage::*crc;
-    std::uint32_t NesImage::*dataBytes;
-    std::uint32_t NesImage::*layoutBytes;
+    std::uint64_t NesImage::*dataBytes;
+    std::uint64_t NesImage::*layoutBytes;
 };
 
 constexpr Area kPrg{0, &NesImage::prgPlaced, &NesImage::prgOffset, &NesImage::prgCrc32, &NesImage::prgBytes,
@@ -34,9 +34,9 @@ constexpr Area kPrg{0, &NesImage::prgPlaced, &NesImage::prgOffset, &NesImage::pr
 constexpr Area kChr{1, &NesImage::chrPlaced, &NesImage::chrOffset, &NesImage::chrCrc32, &NesImage::chrBytes,
                     &NesImage::chrLayoutBytes};
 
-std::uint32_t roundUp(std::uint64_t value, std::uint64_t step)
+std::uint64_t roundUp(std::uint64_t value, std::uint64_t step)
 {
-    return std::uint32_t((value + step - 1) / step * step);
+    return (value + step - 1) / step * step;
 }
 
 // Images that hold the same data: equal checksum over equal length, whatever room each reserves (an NROM
@@ -65,17 +65,17 @@ public:
     const std::vector<std::size_t>& membersWith(std::size_t image) const { return members_[groupOf_[image]]; }
 
     // The flash that the copy of the image's data takes.
-    std::uint32_t roomOf(std::size_t image) const { return roomBytes_[groupOf_[image]]; }
+    std::uint64_t roomOf(std::size_t image) const { return roomBytes_[groupOf_[image]]; }
 
-    std::uint32_t uniqueBytes() const
+    std::uint64_t uniqueBytes() const
     {
-        return std::accumulate(roomBytes_.begin(), roomBytes_.end(), std::uint32_t(0));
+        return std::accumulate(roomBytes_.begin(), roomBytes_.end(), std::uint64_t(0));
     }
 
 private:
     std::vector<std::size_t> groupOf_;
     std::vector<std::vector<std::size_t>> members_;
-    std::vector<std::uint32_t> roomBytes_;
+    std::vector<std::uint64_t> roomBytes_;
 };
 
 // The images in a working order that the runs sort and swap; the images themselves never move.
@@ -98,7 +98,7 @@ public:
 
     // Gives `offset` to the image at `position` and to every image with the same data; their copy takes
     // room(area, position) from there.
-    void place(const Area& area, std::size_t position, std::uint32_t offset)
+    void place(const Area& area, std::size_t position, std::uint64_t offset)
     {
         for (std::size_t member : groups(area).membersWith(order_[position])) {
             images_[member].*area.offset = offset;
@@ -116,7 +116,7 @@ public:
                 NesImage& image = at(position);
                 if (image.*area.placed)
                     continue;
-                const std::uint32_t size = room(area, position);
+                const std::uint64_t size = room(area, position);
                 if (size == 0) {
                     image.*area.placed = true;
                 } else if (size <= hole.size && hole.offset % size == 0) {
@@ -129,7 +129,7 @@ public:
     }
 
     // PRG follows the menu; where no image fits the cursor's alignment, the gap becomes a hole for CHR.
-    std::uint32_t placePrgRun(std::uint32_t cursor, std::vector<Hole>& holes)
+    std::uint64_t placePrgRun(std::uint64_t cursor, std::vector<Hole>& holes)
     {
         for (std::size_t i = 0; i < order_.size(); ++i) {
             if (at(i).prgPlaced)
@@ -137,12 +137,12 @@ public:
             bool fits = isAligned(cursor, room(kPrg, i));
             for (std::size_t j = i + 1; !fits && j < order_.size(); ++j) {
                 std::swap(order_[i], order_[j]);
-                const std::uint32_t size = room(kPrg, i);
+                const std::uint64_t size = room(kPrg, i);
                 fits = !at(i).prgPlaced && size != 0 && cursor % size == 0;
             }
-            const std::uint32_t size = room(kPrg, i);
+            const std::uint64_t size = room(kPrg, i);
             if (!fits && size != 0) {
-                const std::uint32_t aligned = roundUp(cursor, size);
+                const std::uint64_t aligned = roundUp(cursor, size);
                 if (aligned != cursor)
                     holes.push_back({cursor, aligned - cursor});
                 cursor = aligned;
@@ -156,7 +156,7 @@ public:
     }
 
     // CHR follows the last PRG; its alignment gaps stay empty.
-    void placeChrRun(std::uint32_t cursor)
+    void placeChrRun(std::uint64_t cursor)
     {
         for (std::size_t i = 0; i < order_.size(); ++i) {
             if (at(i).chrPlaced)
@@ -173,7 +173,7 @@ public:
                 else
                     fits = cursor % room(kChr, i) == 0;
             }
-            const std::uint32_t size = room(kChr, i);
+            const std::uint64_t size = room(kChr, i);
             if (!fits && size != 0)
                 cursor = roundUp(cursor, size);
             if (!at(i).chrPlaced) {
@@ -195,22 +195,22 @@ public:
     const ShareGroups& groups(const Area& area) const { return groups_[area.index]; }
 
 private:
-    static bool isAligned(std::uint32_t offset, std::uint32_t size) { return size == 0 || offset % size == 0; }
+    static bool isAligned(std::uint64_t offset, std::uint64_t size) { return size == 0 || offset % size == 0; }
 
     NesImage& at(std::size_t position) { return images_[order_[position]]; }
-    std::uint32_t room(const Area& area, std::size_t position) const { return groups(area).roomOf(order_[position]); }
+    std::uint64_t room(const Area& area, std::size_t position) const { return groups(area).roomOf(order_[position]); }
 
     std::vector<NesImage>& images_;
     std::vector<std::size_t> order_;
     std::array<ShareGroups, 2> groups_;
 };
 
-std::uint32_t romBytesOf(const std::vector<NesImage>& images)
+std::uint64_t romBytesOf(const std::vector<NesImage>& images)
 {
     std::uint64_t end = 0;
     for (const NesImage& image : images) {
-        end = std::max(end, std::uint64_t(image.prgOffset) + image.prgLayoutBytes);
-        end = std::max(end, std::uint64_t(image.chrOffset) + image.chrLayoutBytes);
+        end = std::max(end, image.prgOffset + image.prgLayoutBytes);
+        end = std::max(end, image.chrOffset + image.chrLayoutBytes);
     }
     return roundUp(end, kPrgGridBytes);
 }
@@ -223,11 +223,11 @@ LayoutResult layoutRom(NesImage menu, std::vector<NesImage> games, BoardType boa
         return {};
     menu.isMenu = true;
     // COOLBOY and MINDKIDS keep a small menu at the end of the first 512 KB; COOLGIRL starts it at 0.
-    const std::uint32_t menuEndBanks =
+    const std::uint64_t menuEndBanks =
         boardType == BoardType::Coolgirl || menu.prgLayoutBanks > kCoolboyMenuEndBanks ? menu.prgLayoutBanks
                                                                                         : kCoolboyMenuEndBanks;
-    const std::uint32_t menuOffset = (menuEndBanks - menu.prgLayoutBanks) * kPrgGridBytes;
-    const std::uint32_t menuEnd = menuOffset + menu.prgLayoutBytes;
+    const std::uint64_t menuOffset = (menuEndBanks - menu.prgLayoutBanks) * kPrgGridBytes;
+    const std::uint64_t menuEnd = menuOffset + menu.prgLayoutBytes;
 
     std::vector<NesImage> images = std::move(games);
     images.push_back(std::move(menu));
@@ -244,7 +244,7 @@ LayoutResult layoutRom(NesImage menu, std::vector<NesImage> games, BoardType boa
 
     holes.clear();
     packer.sortLargestFirst(kPrg);
-    const std::uint32_t prgEnd = packer.placePrgRun(menuEnd, holes);
+    const std::uint64_t prgEnd = packer.placePrgRun(menuEnd, holes);
     packer.sortLargestFirst(kChr);
     packer.fillHoles(kChr, holes);
     packer.placeChrRun(prgEnd);

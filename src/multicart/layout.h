@@ -11,10 +11,10 @@ namespace zunbrix {
 // Where every image lies on the flash.
 struct LayoutResult {
     std::vector<NesImage> images; // the menu among them, offsets filled in, in list order
-    std::uint32_t uniquePrgBytes = 0;
-    std::uint32_t uniqueChrBytes = 0;
-    std::uint32_t uniqueBytes = 0;
-    std::uint32_t romBytes = 0; // on the 16 KB grid
+    std::uint64_t uniquePrgBytes = 0;
+    std::uint64_t uniqueChrBytes = 0;
+    std::uint64_t uniqueBytes = 0;
+    std::uint64_t romBytes = 0; // on the 16 KB grid
 };
 
 // Places the menu and the games on the flash. A window can only start at a multiple of its own size, so

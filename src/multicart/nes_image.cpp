@@ -64,9 +64,21 @@ GameEntry GameEntry::unread(const QString& filePath)
 GameEntry::GameEntry(const QString& filePath) : GameEntry(unread(filePath))
 {
     // Unbuffered: a buffered read would fetch a whole buffer of the file for these few bytes.
-    QFile file(filePath);
-    if (file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        headerRead = file.read(reinterpret_cast<char*>(header.data()), kHeaderBytes) == kHeaderBytes;
+    QFile file;
+    problem = openForReading(file, filePath);
+    if (!problem) {
+        const qint64 got = file.read(reinterpret_cast<char*>(header.data()), kHeaderBytes);
+        headerRead = got == kHeaderBytes;
+        if (got < 0)
+            problem = {.kind = FileProblemKind::ReadFailed, .path = filePath, .systemReason = file.errorString()};
+        else if (!hasMagic(header))
+            problem = {.kind = FileProblemKind::NoInesMark, .path = filePath};
+        else if (!headerRead)
+            problem = {.kind = FileProblemKind::Truncated,
+                       .path = filePath,
+                       .claimedBytes = kHeaderBytes,
+                       .fileBytes = std::uint64_t(got)};
+    }
     coolboyFit = valid() && fitsCoolboy(mapper(), prgBanks(), chrBanks());
     coolgirlFit = valid() && fitsCoolgirl(mapper(), prgBanks());
 }
@@ -106,15 +118,23 @@ bool NesImage::load(const QString& filePath)
 {
     *this = NesImage();
     path = filePath;
-    QFile file(filePath);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    name = FileNameOf(filePath, false);
+    QFile file;
+    problem = openForReading(file, filePath);
+    if (problem)
         return false;
     std::array<std::uint8_t, 16> header{'N', 'E', 'S', 0x1A};
-    // A short header is no error: the preset stands in for what is missing.
-    if (file.read(reinterpret_cast<char*>(header.data()), kHeaderBytes) < 0 || !hasMagic(header))
+    // A short header stops nothing here: the preset stands in for what is missing, and the file's size is
+    // compared with what the header claims below.
+    if (file.read(reinterpret_cast<char*>(header.data()), kHeaderBytes) < 0) {
+        problem = {.kind = FileProblemKind::ReadFailed, .path = filePath, .systemReason = file.errorString()};
         return false;
+    }
+    if (!hasMagic(header)) {
+        problem = {.kind = FileProblemKind::NoInesMark, .path = filePath};
+        return false;
+    }
 
-    name = FileNameOf(filePath, false);
     headerSize = kHeaderBytes;
     hasTrainer = header[6] & 0x04;
     trainerSize = hasTrainer ? kTrainerBytes : 0;
@@ -127,8 +147,18 @@ bool NesImage::load(const QString& filePath)
     verticalMirroring = header[6] & 0x01;
     battery = header[6] & 0x02;
     fourScreen = header[6] & 0x08;
-    valid = true;
 
+    // A cut-off file would put erased bytes in place of the game's end.
+    const std::uint64_t claimedBytes = chrFileOffset() + chrBytes;
+    const auto fileBytes = std::uint64_t(file.size());
+    if (fileBytes < claimedBytes) {
+        problem = {.kind = FileProblemKind::Truncated,
+                   .path = filePath,
+                   .claimedBytes = claimedBytes,
+                   .fileBytes = fileBytes};
+        return false;
+    }
+    valid = true;
     prgCrc32 = readFileArea(file, prgFileOffset(), prgBytes);
     chrCrc32 = readFileArea(file, chrFileOffset(), chrBytes);
     return true;
@@ -137,25 +167,25 @@ bool NesImage::load(const QString& filePath)
 void NesImage::setPrgBanks(std::uint32_t banks)
 {
     prgBanks = banks;
-    prgBytes = banks << 14;
+    prgBytes = std::uint64_t(banks) << 14;
 }
 
 void NesImage::setChrBanks(std::uint32_t banks)
 {
     chrBanks = banks;
-    chrBytes = banks << 13;
+    chrBytes = std::uint64_t(banks) << 13;
 }
 
 void NesImage::setPrgLayoutBanks(std::uint32_t banks)
 {
     prgLayoutBanks = banks;
-    prgLayoutBytes = banks << 14;
+    prgLayoutBytes = std::uint64_t(banks) << 14;
 }
 
 void NesImage::setChrLayoutBanks(std::uint32_t banks)
 {
     chrLayoutBanks = banks;
-    chrLayoutBytes = banks << 13;
+    chrLayoutBytes = std::uint64_t(banks) << 13;
 }
 
 } // namespace zunbrix

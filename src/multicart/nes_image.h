@@ -1,5 +1,7 @@
 #pragma once
 
+#include "multicart/file_problem.h"
+
 #include <QString>
 
 #include <array>
@@ -15,7 +17,8 @@ std::uint32_t crc32Update(std::uint32_t crc, const void* data, std::size_t size)
 // One row of the game list: reads only the 16 header bytes of its file.
 struct GameEntry {
     GameEntry() = default;
-    // Reads the header and stores the fit marks; a file that won't open still makes an entry, not valid.
+    // Reads the header and stores the fit marks; a file that can't be read still makes an entry, not valid,
+    // with the reason in `problem`.
     explicit GameEntry(const QString& filePath);
     // An entry named for its file without opening it, not valid, for callers that read the file themselves.
     static GameEntry unread(const QString& filePath);
@@ -28,6 +31,7 @@ struct GameEntry {
     bool checked = false;
     bool coolboyFit = false;
     bool coolgirlFit = false;
+    FileProblem problem; // why the header could not be read as iNES; set only when the entry is not valid
 
     bool valid() const;
     bool isNes20() const;
@@ -44,23 +48,25 @@ struct GameEntry {
 std::size_t checkedCount(const std::vector<GameEntry>& entries);
 
 // A game or the menu as the build sees it: sizes, checksums and file positions, never the data itself.
+// Byte sizes and offsets are 64-bit, so that the sum of a long list can't wrap before the board's limit
+// refuses it.
 struct NesImage {
     NesImage() = default;
-    // A failed load leaves `valid` false; validation reports it.
+    // A failed load leaves `valid` false and says why in `problem`; validation reports it.
     explicit NesImage(const QString& filePath) { load(filePath); }
 
     bool prgPlaced = false;
     bool chrPlaced = false;
-    std::uint32_t prgOffset = 0;
-    std::uint32_t chrOffset = 0;
+    std::uint64_t prgOffset = 0;
+    std::uint64_t chrOffset = 0;
     std::uint32_t prgCrc32 = 0;
     std::uint32_t chrCrc32 = 0;
-    std::uint32_t prgLayoutBytes = 0;
-    std::uint32_t chrLayoutBytes = 0;
+    std::uint64_t prgLayoutBytes = 0;
+    std::uint64_t chrLayoutBytes = 0;
     std::uint32_t prgBanks = 0;
     std::uint32_t chrBanks = 0;
-    std::uint32_t prgBytes = 0;
-    std::uint32_t chrBytes = 0;
+    std::uint64_t prgBytes = 0;
+    std::uint64_t chrBytes = 0;
     std::uint32_t listIndex = 0;
     std::uint32_t mapper = 0;
     std::uint32_t headerSize = 0;
@@ -75,8 +81,10 @@ struct NesImage {
     bool valid = false;
     QString path;
     QString name;
+    FileProblem problem; // why the load failed
 
-    // Reads the header and checksums the PRG and CHR areas; data past the file's end counts as FF.
+    // Reads the header and checksums the PRG and CHR areas. A file that is not a regular file, has no iNES
+    // mark or is shorter than its header says fails, with `name` set all the same.
     bool load(const QString& filePath);
 
     void setPrgBanks(std::uint32_t banks);
@@ -84,8 +92,8 @@ struct NesImage {
     void setPrgLayoutBanks(std::uint32_t banks);
     void setChrLayoutBanks(std::uint32_t banks);
 
-    std::uint32_t prgFileOffset() const { return headerSize + trainerSize; }
-    std::uint32_t chrFileOffset() const { return headerSize + trainerSize + prgBytes; }
+    std::uint64_t prgFileOffset() const { return headerSize + trainerSize; }
+    std::uint64_t chrFileOffset() const { return headerSize + trainerSize + prgBytes; }
 };
 
 } // namespace zunbrix

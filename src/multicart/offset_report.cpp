@@ -9,15 +9,15 @@ namespace zunbrix {
 
 namespace {
 
-using OffsetOf = std::uint32_t NesImage::*;
+using OffsetOf = std::uint64_t NesImage::*;
 
 void appendSorted(std::string& text, std::vector<const NesImage*> games, OffsetOf offset, OffsetOf layoutBytes)
 {
     std::stable_sort(games.begin(), games.end(),
                      [&](const NesImage* a, const NesImage* b) { return a->*offset < b->*offset; });
     for (const NesImage* game : games) {
-        appendFormat(text, "%.4u %.8X %.6X %s\r\n", game->listIndex, game->*offset, game->*layoutBytes,
-                     WideToAnsi(game->name).constData());
+        appendFormat(text, "%.4u %.8llX %.6llX %s\r\n", game->listIndex, (unsigned long long)(game->*offset),
+                     (unsigned long long)(game->*layoutBytes), WideToAnsi(game->name).constData());
     }
 }
 

@@ -4,13 +4,13 @@ namespace zunbrix {
 
 namespace {
 
-constexpr std::uint8_t bit(std::uint32_t value, unsigned index)
+constexpr std::uint8_t bit(std::uint64_t value, unsigned index)
 {
     return std::uint8_t((value >> index) & 1u);
 }
 
 // The board's address bits 17 to 24 spread over two registers, as the COOLBOY outer bank registers hold them.
-void setCoolboyOuterBank(std::uint8_t& reg0, std::uint8_t& reg1, std::uint32_t offset)
+void setCoolboyOuterBank(std::uint8_t& reg0, std::uint8_t& reg1, std::uint64_t offset)
 {
     reg0 |= std::uint8_t(bit(offset, 17) | bit(offset, 18) << 1 | bit(offset, 19) << 2);
     reg0 |= std::uint8_t(bit(offset, 23) << 4 | bit(offset, 24) << 5);
@@ -28,13 +28,13 @@ void fillCoolboyRegisters(const NesImage& image, GameFinalData& data)
 {
     auto& prg = data.prgReg;
     auto& chr = data.chrReg;
-    const std::uint32_t o = image.prgOffset;
+    const std::uint64_t o = image.prgOffset;
     setCoolboyOuterBank(prg[0], prg[1], o);
     prg[3] = std::uint8_t(((o >> 14) & 7u) << 1 | 0x80);
     setCoolboyMask(prg[0], prg[1], std::uint8_t(16 - (image.prgLayoutBanks >> 3)));
     prg[0] |= std::uint8_t((bit(image.chrLayoutBanks, 5) ^ 1) << 7);
 
-    const std::uint32_t c = image.chrOffset;
+    const std::uint64_t c = image.chrOffset;
     setCoolboyOuterBank(chr[0], chr[1], c);
     chr[3] = std::uint8_t((c >> 13) & 15u);
     const std::uint32_t chrWindow128k = image.chrLayoutBanks >> 4;

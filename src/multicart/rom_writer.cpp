@@ -2,12 +2,14 @@
 
 #include <QByteArray>
 
+#include <limits>
+
 namespace zunbrix {
 
 namespace {
 
 // From this size on, NES 2.0's plain 12-bit count of 16 KB units no longer holds the ROM.
-constexpr std::uint32_t kExponentFormFromBytes = 62898177;
+constexpr std::uint64_t kExponentFormFromBytes = 62898177;
 
 QByteArray littleEndian32(std::uint32_t value)
 {
@@ -22,7 +24,7 @@ QByteArray unifChunkStart(const char (&name)[5], std::uint32_t size)
 
 } // namespace
 
-NesHeader makeNesHeader(std::uint32_t romBytes, std::uint16_t mapper, std::uint8_t submapper)
+NesHeader makeNesHeader(std::uint64_t romBytes, std::uint16_t mapper, std::uint8_t submapper)
 {
     NesHeader header;
     auto& b = header.bytes;
@@ -31,7 +33,7 @@ NesHeader makeNesHeader(std::uint32_t romBytes, std::uint16_t mapper, std::uint8
     b[2] = 'S';
     b[3] = 0x1A;
     if (romBytes < kExponentFormFromBytes) {
-        const std::uint32_t units16k = romBytes >> 14;
+        const auto units16k = std::uint32_t(romBytes >> 14);
         b[4] = std::uint8_t(units16k);
         b[9] = std::uint8_t((units16k >> 8) & 15);
         header.statedRomBytes = romBytes;
@@ -70,13 +72,17 @@ RomWriteResult writeRaw(const LayoutResult& layout, const QString& path, const Q
 {
     if (!unif)
         return writeFlashFile(layout, path, {}, 0, stop);
+    // UNIF counts a chunk's length in 32 bits.
+    if (layout.romBytes > std::numeric_limits<std::uint32_t>::max())
+        return {false, {}};
     const QByteArray board = boardName.toUtf8() + '\0';
     const char mirroring = 5;
     QByteArray unifHeader(32, '\0');
     unifHeader.replace(0, 5, "UNIF\x05"); // revision 5, little-endian
     return writeFlashFile(layout, path,
                           unifHeader + unifChunkStart("MAPR", std::uint32_t(board.size())) + board +
-                              unifChunkStart("MIRR", 1) + mirroring + unifChunkStart("PRG0", layout.romBytes),
+                              unifChunkStart("MIRR", 1) + mirroring +
+                              unifChunkStart("PRG0", std::uint32_t(layout.romBytes)),
                           0, stop);
 }
 

@@ -15,7 +15,7 @@ struct NesHeader {
     std::uint64_t statedRomBytes = 0;
 };
 
-NesHeader makeNesHeader(std::uint32_t romBytes, std::uint16_t mapper, std::uint8_t submapper);
+NesHeader makeNesHeader(std::uint64_t romBytes, std::uint16_t mapper, std::uint8_t submapper);
 
 // Each puts the flash image into its file format through writeFlashFile, and fails (or stops) as that does.
 RomWriteResult writeNes(const LayoutResult& layout, const QString& path, std::uint16_t mapper,

@@ -14,7 +14,8 @@ namespace {
 constexpr std::size_t kMaxReportedGames = 20;
 constexpr std::array<std::uint32_t, 7> kChrBankSteps{0, 1, 2, 4, 8, 16, 32};
 constexpr std::uint32_t kCoolboyMinPrgBanks = 8; // the board's PRG window grows in steps of 128 KB
-constexpr std::uint32_t kCoolboyMaxRomBytes = 32u << 20;
+constexpr std::uint64_t kCoolboyMaxRomBytes = 32u << 20;
+constexpr std::uint64_t kCoolgirlMaxRomBytes = 512u << 20;
 
 // Room for the menu's data banks, by the menu's PRG size in 16 KB banks.
 struct OverflowLimits {
@@ -54,9 +55,12 @@ QString unsupportedReason(const NesImage& image, std::span<const std::uint16_t> 
     return {};
 }
 
-bool validate(const std::vector<NesImage>& images, BoardType board, Language language, QString& text)
+bool validate(const std::vector<NesImage>& images, BoardType board, Language language, QString& text,
+              std::vector<FileProblem>* problems)
 {
     text.clear();
+    if (problems)
+        problems->clear();
     std::size_t failures = 0;
     for (const NesImage& image : images) {
         if (failures == kMaxReportedGames)
@@ -65,6 +69,8 @@ bool validate(const std::vector<NesImage>& images, BoardType board, Language lan
         if (reason.isEmpty())
             continue;
         text += reason + QStringLiteral("\r\n");
+        if (problems)
+            problems->push_back(image.problem);
         ++failures;
     }
     return failures == 0;
@@ -90,14 +96,16 @@ void normalisePrg(std::vector<NesImage>& images)
             image.setPrgLayoutBanks(kCoolboyMinPrgBanks);
 }
 
-bool validateCoolboy(const std::vector<NesImage>& images, Language language, QString& text)
+bool validateCoolboy(const std::vector<NesImage>& images, Language language, QString& text,
+                     std::vector<FileProblem>* problems)
 {
-    return validate(images, BoardType::Coolboy, language, text);
+    return validate(images, BoardType::Coolboy, language, text, problems);
 }
 
-bool validateCoolgirl(const std::vector<NesImage>& images, Language language, QString& text)
+bool validateCoolgirl(const std::vector<NesImage>& images, Language language, QString& text,
+                      std::vector<FileProblem>* problems)
 {
-    return validate(images, BoardType::Coolgirl, language, text);
+    return validate(images, BoardType::Coolgirl, language, text, problems);
 }
 
 bool checkMenu(const NesImage& menu, Language language, QString& text)
@@ -135,13 +143,23 @@ bool checkOverflow(std::uint32_t menuLayoutBanks, std::uint32_t nameBanks, std::
     return nameBanks <= limits.nameBanks && dataBanks <= limits.dataBanks && finalBanks <= limits.finalBanks;
 }
 
+RomSizeLimit romSizeLimit(BoardType boardType)
+{
+    // The COOLBOY text spells its 32 MB out; the COOLGIRL one takes the limit as arguments.
+    if (boardType == BoardType::Coolgirl)
+        return {kCoolgirlMaxRomBytes, text::RomBeyondBoardLimit};
+    return {kCoolboyMaxRomBytes, text::FinalRomTooLarge};
+}
+
 bool checkRomSize(const LayoutResult& layout, BoardType boardType, Language language, QString& text)
 {
     text.clear();
-    if (boardType == BoardType::Coolgirl || layout.romBytes <= kCoolboyMaxRomBytes)
+    const RomSizeLimit limit = romSizeLimit(boardType);
+    if (layout.romBytes <= limit.maxBytes)
         return true;
-    text = FormatText(StringTable::Get(text::FinalRomTooLarge, language),
-                      {layout.romBytes / 1048576.0, (long long)(layout.romBytes / 1024)});
+    text = FormatText(StringTable::Get(limit.refusalTextId, language),
+                      {layout.romBytes / 1048576.0, (long long)(layout.romBytes / 1024),
+                       (long long)(limit.maxBytes >> 20), (long long)(limit.maxBytes >> 10)});
     return false;
 }
 

@@ -18,9 +18,12 @@ void normaliseChr(std::vector<NesImage>& images); // all boards: next of 0, 1, 2
 void normalisePrg(std::vector<NesImage>& images); // COOLBOY and MINDKIDS: every MMC3-style game gets 128 KB
 
 // Whether every game can go on the board. On failure `text` holds one line per bad game (at most 20),
-// each ending in CR LF, in `language`.
-bool validateCoolboy(const std::vector<NesImage>& images, Language language, QString& text);
-bool validateCoolgirl(const std::vector<NesImage>& images, Language language, QString& text);
+// each ending in CR LF, in `language`. `problems`, when given, gets one entry per line: what is wrong with
+// the file of that line's game, or nothing where the file is fine and the board can't take the game.
+bool validateCoolboy(const std::vector<NesImage>& images, Language language, QString& text,
+                     std::vector<FileProblem>* problems = nullptr);
+bool validateCoolgirl(const std::vector<NesImage>& images, Language language, QString& text,
+                      std::vector<FileProblem>* problems = nullptr);
 
 // Whether an assembled menu can start the board: valid, no CHR, 128 KB to 2 MB of PRG in a power of two.
 bool checkMenu(const NesImage& menu, Language language, QString& text);
@@ -36,7 +39,15 @@ bool checkGameCount(std::size_t games, Language language, QString& text);
 bool checkOverflow(std::uint32_t menuLayoutBanks, std::uint32_t nameBanks, std::uint32_t dataBanks,
                    std::uint32_t finalBanks, Language language, QString& text);
 
-// Whether the board's registers can address the whole ROM: COOLBOY and MINDKIDS reach 32 MB.
+// The largest ROM a board takes and the text that refuses a larger one. The COOLBOY and MINDKIDS registers
+// reach 32 MB; the COOLGIRL menu hands a game's CHR place to the board in a word of 8 KB units, so 512 MB.
+struct RomSizeLimit {
+    std::uint64_t maxBytes;
+    int refusalTextId;
+};
+RomSizeLimit romSizeLimit(BoardType boardType);
+
+// Whether the ROM stays within the board's limit; otherwise `text` holds the refusal.
 bool checkRomSize(const LayoutResult& layout, BoardType boardType, Language language, QString& text);
 
 } // namespace zunbrix

@@ -14,8 +14,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstring>
+
 #ifdef Q_OS_UNIX
 #include <csignal>
+
+#include <sys/stat.h>
 #endif
 
 using namespace zunbrix;
@@ -50,12 +55,13 @@ protected:
         process.start(QStringLiteral(ZUNBRIX_PROGRAM), arguments);
     }
 
-    CommandRun zunbrix(const QStringList& arguments)
+    // A run that has not ended after `limitMs` is killed and gives exit code -1.
+    CommandRun zunbrix(const QStringList& arguments, int limitMs = 120000)
     {
         QProcess process;
         start(process, arguments);
         CommandRun run;
-        if (!process.waitForFinished(120000))
+        if (!process.waitForFinished(limitMs))
             return run;
         run.exitCode = process.exitCode();
         run.out = QString::fromUtf8(process.readAllStandardOutput());
@@ -200,7 +206,9 @@ TEST_F(ZunbrixCommand, BuildWritesTheRomOrSaysWhyNot)
 
     run = zunbrix({"build", "-b", "coolgirl", "--music", "0", "-o", "out/cart", "roms"});
     EXPECT_EQ(run.exitCode, 1) << "the folder does not exist";
-    EXPECT_TRUE(run.err.contains(QStringLiteral("The operation failed")));
+    const QString notWritten = root.filePath("out/cart.nes") + QStringLiteral(": cannot be written: ") +
+                               QString::fromLocal8Bit(std::strerror(ENOENT));
+    EXPECT_TRUE(run.err.contains(QStringLiteral("Error: The operation failed\n") + notWritten)) << run.err.toStdString();
 
     QDir(root.path()).mkpath(QStringLiteral("out"));
     run = zunbrix({"build", "-b", "coolgirl", "--music", "0", "--keep-work", "-o", "out/cart", "roms"});
@@ -219,6 +227,40 @@ TEST_F(ZunbrixCommand, BuildWritesTheRomOrSaysWhyNot)
     EXPECT_FALSE(QFileInfo::exists(root.filePath("out/boy.nes")));
     EXPECT_FALSE(workLeft());
 }
+
+#ifdef Q_OS_UNIX
+// A FIFO with no writer would hold a reader for ever: named as an argument or in a list, it is refused.
+TEST_F(ZunbrixCommand, FifoIsRefusedWithoutWaitingForIt)
+{
+    rom("good.nes", {.mapper = 0, .prgBanks = 2, .chrBanks = 1});
+    const QString fifo = root.filePath("pipe.nes");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    std::vector<GameEntry> list{GameEntry(root.filePath("roms/good.nes")), GameEntry::unread(fifo)};
+    for (GameEntry& entry : list)
+        entry.checked = true;
+    ASSERT_TRUE(SaveListFile(root.filePath("list.qvl"), list));
+    const QString refused = fifo + QStringLiteral(": not a regular file");
+    constexpr int kLimitMs = 30000;
+
+    CommandRun run = zunbrix({"check", "pipe.nes"}, kLimitMs);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("pipe.nes: not a regular file"))) << run.err.toStdString();
+    run = zunbrix({"build", "--music", "0", "-o", "out.nes", "pipe.nes"}, kLimitMs);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("pipe.nes: not a regular file"))) << run.err.toStdString();
+
+    run = zunbrix({"check", "list.qvl"}, kLimitMs);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains(refused)) << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains(QStringLiteral("not valid 1"))) << run.out.toStdString();
+
+    run = zunbrix({"build", "--music", "0", "-o", "out.nes", "list.qvl"}, kLimitMs);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("2.pipe Not a valid NES file!\n") + refused)) << run.err.toStdString();
+    EXPECT_FALSE(QFileInfo::exists(root.filePath("out.nes")));
+    EXPECT_FALSE(workLeft());
+}
+#endif
 
 TEST_F(ZunbrixCommand, ExportWritesTheMenuDataWithoutBuilding)
 {

@@ -13,6 +13,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstring>
+#include <functional>
+#include <set>
+
 using namespace zunbrix;
 using zunbrix::testing::SyntheticRom;
 using zunbrix::testing::writeFile;
@@ -31,10 +36,15 @@ public:
     std::optional<OutputChoice> ChooseOutput(const QString& startFolder, OutputType startType) override
     {
         asked.push_back({startFolder, startType});
+        if (whileChoosing)
+            whileChoosing();
         return output;
     }
     void OfferToShowResult(const QString& outputPath) override { shown = outputPath; }
+    void Progress(BuildStage stage, int, int) override { stages.insert(stage); }
 
+    std::set<BuildStage> stages;
+    std::function<void()> whileChoosing; // what happens to the files while the user picks the output
     std::optional<OutputChoice> output;
     std::vector<OutputChoice> asked;
     std::vector<BuildMessage> messages;
@@ -266,13 +276,40 @@ TEST_F(BuildDriver, EmptySelectionAndUnsupportedGamesEndWithTheirTexts)
     user.messages.clear();
     addGame("Rider", {.mapper = 1, .prgBanks = 8});
     addGame("Trainer", {.mapper = 0, .prgBanks = 1, .flags6 = 4});
+    addGame("Cut", {.mapper = 0, .prgBanks = 1, .cutBytes = 1});
+    GameEntry gone = GameEntry::unread(root.filePath("Gone.nes"));
+    gone.checked = true;
+    request.entries.push_back(gone);
     build();
     const BuildMessage message = onlyMessage();
     EXPECT_EQ(message.titleId, text::TitleError);
-    EXPECT_TRUE(message.text.contains(QStringLiteral("1.Rider Mapper1 not supported!")));
-    EXPECT_TRUE(message.text.contains(QStringLiteral("2.Trainer Trainer not supported!")));
+    EXPECT_EQ(message.text, QStringLiteral("1.Rider Mapper1 not supported!\r\n"
+                                           "2.Trainer Trainer not supported!\r\n"
+                                           "3.Cut Not a valid NES file!\r\n"
+                                           "4.Gone Not a valid NES file!\r\n"));
+    // What is wrong with the files of the last two lines, for the front end to add.
+    ASSERT_EQ(message.problems.size(), 4u);
+    EXPECT_FALSE(message.problems[0] || message.problems[1]);
+    EXPECT_EQ(message.problems[2].kind, FileProblemKind::Truncated);
+    EXPECT_EQ(message.problems[2].path, root.filePath("Cut.nes"));
+    EXPECT_EQ(message.problems[3].kind, FileProblemKind::Missing);
+    EXPECT_EQ(message.problems[3].path, root.filePath("Gone.nes"));
     EXPECT_FALSE(workFolderLeft());
     EXPECT_FALSE(QFileInfo::exists(user.output->path));
+}
+
+// 17 games of 2 MB from 2 MB on end at 36 MB, past what COOLBOY reaches: refused before the menu is made.
+TEST_F(BuildDriver, ListTooLargeForTheBoardIsRefusedBeforeTheMenuIsAssembled)
+{
+    for (std::uint32_t i = 0; i < 17; ++i)
+        addGame(QStringLiteral("Big%1").arg(i), {.mapper = 4, .prgBanks = 128, .chrBanks = 0, .seed = i});
+    build();
+    EXPECT_EQ(onlyMessage().textId, text::FinalRomTooLarge);
+    EXPECT_EQ(onlyMessage().text,
+              "Final ROM size: 36.000 MB(36864 KB) overflows the maximum limit of 32 MB(32768 KB)!");
+    EXPECT_FALSE(user.stages.contains(BuildStage::Assembling));
+    EXPECT_TRUE(user.asked.empty());
+    EXPECT_FALSE(workFolderLeft());
 }
 
 TEST_F(BuildDriver, AssemblerErrorsAreShownAsTheToolPrintedThem)
@@ -326,6 +363,27 @@ TEST_F(BuildDriver, CancelledSaveEndsSilentlyAndFailedWriteSaysSo)
     user.output = OutputChoice{root.filePath("file/rom.nes"), OutputType::Nes};
     EXPECT_FALSE(build().ok);
     EXPECT_EQ(onlyMessage().textId, 150);
+    ASSERT_EQ(onlyMessage().problems.size(), 1u);
+    const FileProblem notWritten = onlyMessage().problems[0];
+    EXPECT_EQ(notWritten.kind, FileProblemKind::WriteFailed);
+    EXPECT_EQ(notWritten.path, user.output->path);
+    EXPECT_TRUE(notWritten.systemReason.contains(QString::fromLocal8Bit(std::strerror(ENOTDIR))))
+        << notWritten.systemReason.toStdString();
+    EXPECT_FALSE(workFolderLeft());
+}
+
+// The games are read again for the merge: one that changed meanwhile is named, and nothing is written.
+TEST_F(BuildDriver, GameChangedBeforeTheMergeIsNamed)
+{
+    addStandardGames();
+    const QString changed = request.entries[1].path;
+    user.whileChoosing = [&] { writeRom(changed, {.mapper = 0, .prgBanks = 2, .chrBanks = 1, .seed = 99}); };
+    EXPECT_FALSE(build().ok);
+    EXPECT_EQ(onlyMessage().textId, text::OperationFailed);
+    ASSERT_EQ(onlyMessage().problems.size(), 1u);
+    EXPECT_EQ(onlyMessage().problems[0].kind, FileProblemKind::ChangedSinceRead);
+    EXPECT_EQ(onlyMessage().problems[0].path, changed);
+    EXPECT_FALSE(QFileInfo::exists(user.output->path));
     EXPECT_FALSE(workFolderLeft());
 }
 

@@ -117,9 +117,9 @@ TEST(Layout, SmallCoolboyMenuEndsAt512kAndItsHoleFillsFirst)
     expectSoundLayout(layout, games.size());
     EXPECT_EQ(menuIn(layout).prgOffset, 393216u);
     EXPECT_EQ(gameAt(layout, 1).prgOffset, 0u);
-    std::vector<std::uint32_t> smallOffsets{gameAt(layout, 0).prgOffset, gameAt(layout, 2).prgOffset};
+    std::vector<std::uint64_t> smallOffsets{gameAt(layout, 0).prgOffset, gameAt(layout, 2).prgOffset};
     std::sort(smallOffsets.begin(), smallOffsets.end());
-    EXPECT_EQ(smallOffsets, (std::vector<std::uint32_t>{256 * KB, 512 * KB}));
+    EXPECT_EQ(smallOffsets, (std::vector<std::uint64_t>{256 * KB, 512 * KB}));
     EXPECT_EQ(layout.romBytes, 640 * KB);
 }
 

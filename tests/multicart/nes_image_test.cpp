@@ -9,6 +9,12 @@
 
 #include <tuple>
 
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 #include <zlib.h>
 
 using namespace zunbrix;
@@ -57,44 +63,88 @@ TEST(RomReader, ImageChecksumsPrgAndChrAndTrainerMovesBoth)
     }
 }
 
-TEST(RomReader, DataMissingFromTheFileCountsAsErasedBytes)
+TEST(RomReader, FileShorterThanItsHeaderSaysIsRefusedWithBothSizes)
 {
     QTemporaryDir dir;
-    const SyntheticRom rom{.prgBanks = 1, .chrBanks = 1, .cutBytes = 8192 + 100};
-    const NesImage image(writeRom(dir.filePath("short.nes"), rom));
-    ASSERT_TRUE(image.valid);
-    QByteArray prg = prgDataOf(rom);
-    prg.replace(prg.size() - 100, 100, QByteArray(100, char(0xFF)));
-    EXPECT_EQ(image.prgCrc32, zlibCrc(prg));
-    EXPECT_EQ(image.chrCrc32, zlibCrc(QByteArray(8192, char(0xFF))));
+    // 16 + 512 trainer + 16 KB PRG + 8 KB CHR claimed, 100 bytes missing.
+    const SyntheticRom rom{.prgBanks = 1, .chrBanks = 1, .flags6 = 0x04, .cutBytes = 100};
+    const QString path = writeRom(dir.filePath("short.nes"), rom);
+    NesImage image;
+    EXPECT_FALSE(image.load(path));
+    EXPECT_FALSE(image.valid);
+    EXPECT_EQ(image.name, "short");
+    EXPECT_EQ(image.problem.kind, FileProblemKind::Truncated);
+    EXPECT_EQ(image.problem.claimedBytes, 16u + 512 + 16384 + 8192);
+    EXPECT_EQ(image.problem.fileBytes, 16u + 512 + 16384 + 8192 - 100);
+    EXPECT_EQ(describeFileProblem(image.problem, Language::English),
+              path + ": the header claims 25104 bytes but the file has 25004");
+
+    // Bytes past what the header claims are no problem.
+    writeFile(path, fileBytesOf({.prgBanks = 1, .chrBanks = 1}) + "tail");
+    EXPECT_TRUE(NesImage(path).valid);
 }
 
-TEST(RomReader, ShortHeadersAndUnreadableFiles)
+// Every file that can't be read as iNES still gives its name for the list's line, and says why.
+TEST(RomReader, UnreadableFilesAreNamedWithTheirProblem)
 {
     QTemporaryDir dir;
     const QString empty = writeFile(dir.filePath("empty"), {});
     const QString magicOnly = writeFile(dir.filePath("magic.nes"), QByteArray("NES\x1A", 4));
     const QString notNes = writeFile(dir.filePath("text.nes"), QByteArray(64, 'x'));
+    const QString missing = dir.filePath("missing.nes");
+    const QString folder = dir.filePath("folder.nes");
+    ASSERT_TRUE(QDir().mkpath(folder));
 
-    // The list needs all 16 bytes; the build goes by the magic alone.
-    EXPECT_FALSE(GameEntry(empty).valid());
-    EXPECT_FALSE(GameEntry(magicOnly).valid());
-    for (const QString& path : {empty, magicOnly}) {
-        const NesImage image(path);
-        EXPECT_TRUE(image.valid);
-        EXPECT_EQ(image.prgBanks + image.chrBanks, 0u);
-    }
-    EXPECT_FALSE(NesImage(notNes).valid);
-
-    for (const QString& path : {dir.filePath("missing.nes"), dir.path()}) {
+    for (const auto& [path, entryProblem, imageProblem] :
+         std::vector<std::tuple<QString, FileProblemKind, FileProblemKind>>{
+             {empty, FileProblemKind::Truncated, FileProblemKind::Truncated},
+             {magicOnly, FileProblemKind::Truncated, FileProblemKind::Truncated},
+             {notNes, FileProblemKind::NoInesMark, FileProblemKind::NoInesMark},
+             {missing, FileProblemKind::Missing, FileProblemKind::Missing},
+             {folder, FileProblemKind::NotRegularFile, FileProblemKind::NotRegularFile},
+             {QStringLiteral("/dev/zero"), FileProblemKind::NotRegularFile, FileProblemKind::NotRegularFile}}) {
         const GameEntry entry(path);
         EXPECT_FALSE(entry.valid() || entry.coolboyFit || entry.coolgirlFit);
         EXPECT_EQ(entry.name, FileNameOf(path, false));
+        EXPECT_EQ(entry.problem.kind, entryProblem) << path.toStdString();
+        EXPECT_EQ(entry.problem.path, path);
         NesImage image;
         EXPECT_FALSE(image.load(path));
         EXPECT_FALSE(image.valid);
+        EXPECT_EQ(image.name, FileNameOf(path, false));
+        EXPECT_EQ(image.problem.kind, imageProblem) << path.toStdString();
+        EXPECT_EQ(image.problem.path, path);
     }
+    EXPECT_EQ(GameEntry(magicOnly).problem.fileBytes, 4u);
+    EXPECT_FALSE(GameEntry(writeRom(dir.filePath("good.nes"), {})).problem);
 }
+
+#ifdef Q_OS_UNIX
+// A FIFO is refused from what the file system says: its content stays in it, untouched.
+TEST(RomReader, FifoIsNeverOpened)
+{
+    QTemporaryDir dir;
+    const QString fifo = dir.filePath("pipe.nes");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    // Held open here for reading and writing, so that a reader that did open it would neither wait for a
+    // writer nor find it empty: a 16-byte header of a game of no banks is waiting in it for each reader.
+    const int held = ::open(QFile::encodeName(fifo).constData(), O_RDWR | O_NONBLOCK);
+    ASSERT_GE(held, 0);
+    const QByteArray headers = fileBytesOf({.prgBanks = 0, .chrBanks = 0}).repeated(2);
+    ASSERT_EQ(::write(held, headers.constData(), std::size_t(headers.size())), headers.size());
+
+    const GameEntry entry(fifo);
+    EXPECT_EQ(entry.problem.kind, FileProblemKind::NotRegularFile);
+    NesImage image;
+    EXPECT_FALSE(image.load(fifo));
+    EXPECT_EQ(image.problem.kind, FileProblemKind::NotRegularFile);
+    EXPECT_EQ(describeFileProblem(image.problem, Language::English), fifo + ": not a regular file");
+
+    char left[64];
+    EXPECT_EQ(::read(held, left, sizeof left), headers.size());
+    ::close(held);
+}
+#endif
 
 TEST(RomReader, OnlyTheListHonoursNes20UpperBits)
 {

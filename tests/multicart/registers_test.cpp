@@ -124,7 +124,7 @@ TEST(CoolboyRegisters, DecodeBackToTheLayoutForRandomGames)
                 const Window chr = decodeChr(data);
                 EXPECT_EQ(chr.offset, image.chrOffset);
                 // Below 128 KB the window stays 128 KB and the bank bits pick the CHR inside it.
-                EXPECT_EQ(chr.bytes, std::max(image.chrLayoutBytes, 131072u));
+                EXPECT_EQ(chr.bytes, std::max<std::uint64_t>(image.chrLayoutBytes, 131072));
             }
             EXPECT_EQ(data.flags, image.verticalMirroring | image.battery << 1);
         }

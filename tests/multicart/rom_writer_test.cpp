@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 
 using namespace zunbrix;
 using namespace zunbrix::testing;
@@ -28,13 +30,13 @@ QByteArray readAll(const QString& path)
 class RomOutput : public ::testing::Test {
 protected:
     // A 128 KB menu, a 512 KB game that must follow it, a 32 KB MMC3 game mirrored through 128 KB and listed
-    // twice, and an NROM game whose file ends 4000 bytes early.
+    // twice, and an NROM game.
     void SetUp() override
     {
         layOut({{.mapper = 0, .prgBanks = 8, .chrBanks = 0, .seed = 9},
                 {.mapper = 4, .prgBanks = 32, .chrBanks = 0, .seed = 1},
                 {.mapper = 4, .prgBanks = 2, .chrBanks = 1, .seed = 2},
-                {.mapper = 0, .prgBanks = 1, .chrBanks = 1, .seed = 3, .cutBytes = 4000}});
+                {.mapper = 0, .prgBanks = 1, .chrBanks = 1, .seed = 3}});
         paths.push_back(paths[2]);
         layOut();
     }
@@ -74,14 +76,18 @@ protected:
         EXPECT_TRUE(rom == expected);
     }
 
-    // The write to `out` fails, names `culprit`, and leaves the earlier file and the folder as they were.
-    void expectFailureOn(const QString& out, const QString& culprit, const std::atomic<bool>* stop = nullptr)
+    // The write to `out` fails, names `culprit` and what is wrong with it, and leaves the earlier file and
+    // the folder as they were.
+    void expectFailureOn(const QString& out, const QString& culprit,
+                         FileProblemKind kind = FileProblemKind::ChangedSinceRead,
+                         const std::atomic<bool>* stop = nullptr)
     {
         const QByteArray earlier = readAll(out);
         const QStringList filesBefore = QDir(dir.path()).entryList(QDir::Files);
         const RomWriteResult result = writeNes(layout, out, 268, 0, stop);
         EXPECT_FALSE(result.ok);
-        EXPECT_EQ(result.failedFile, culprit);
+        EXPECT_EQ(result.problem.path, culprit);
+        EXPECT_EQ(result.problem.kind, kind);
         EXPECT_EQ(readAll(out), earlier);
         EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), filesBefore);
     }
@@ -152,27 +158,31 @@ TEST_F(RomOutput, FailedOrStoppedWriteNamesTheFileAndKeepsTheEarlierOutput)
     writeFile(paths[1], QByteArray(original).replace(100, 1, "?")); // changed
     expectFailureOn(out, paths[1]);
     ASSERT_TRUE(QFile::remove(paths[1])); // vanished
-    expectFailureOn(out, paths[1]);
+    expectFailureOn(out, paths[1], FileProblemKind::Missing);
 
     writeFile(paths[1], original);
     const std::atomic<bool> stop{true};
-    expectFailureOn(out, out, &stop);
+    expectFailureOn(out, {}, FileProblemKind::None, &stop);
     EXPECT_TRUE(writeNes(layout, out, 268, 0).ok);
     const QString noFolder = dir.filePath("no/such/folder/x.bin");
-    EXPECT_EQ(writeRaw(layout, noFolder, "COOLBOY", false).failedFile, noFolder);
+    const FileProblem notWritten = writeRaw(layout, noFolder, "COOLBOY", false).problem;
+    EXPECT_EQ(notWritten.kind, FileProblemKind::WriteFailed);
+    EXPECT_EQ(notWritten.path, noFolder);
+    EXPECT_TRUE(notWritten.systemReason.contains(QString::fromLocal8Bit(std::strerror(ENOENT))))
+        << notWritten.systemReason.toStdString();
 }
 
 // Megabytes of flash from many files: a 2 MB game with 512 KB of CHR, NROM games on both sides of every
-// place where the file is written in pieces, a mirrored game, a short file, a game whose 48 KB of PRG and
-// 24 KB of CHR leave the ends of their stretches erased, two files with equal data that share one copy,
-// and an NROM game with the PRG of the mirrored MMC3 game, which reads it from the start of that game's
-// window. Every source is checked, the ones whose copy is not used too.
+// place where the file is written in pieces, a mirrored game, a game whose 48 KB of PRG and 24 KB of CHR
+// leave the ends of their stretches erased, two files with equal data that share one copy, and an NROM
+// game with the PRG of the mirrored MMC3 game, which reads it from the start of that game's window. Every
+// source is checked, the ones whose copy is not used too.
 TEST_F(RomOutput, LargeFlashFromManyFiles)
 {
     std::vector<SyntheticRom> roms{{.mapper = 0, .prgBanks = 8, .chrBanks = 0, .seed = 9},
                                    {.mapper = 4, .prgBanks = 128, .chrBanks = 64, .seed = 1},
                                    {.mapper = 4, .prgBanks = 2, .chrBanks = 1, .seed = 2},
-                                   {.mapper = 0, .prgBanks = 1, .chrBanks = 1, .seed = 3, .cutBytes = 9000},
+                                   {.mapper = 0, .prgBanks = 1, .chrBanks = 1, .seed = 3},
                                    {.mapper = 4, .prgBanks = 3, .chrBanks = 3, .seed = 4}};
     for (std::uint32_t seed = 10; seed < 90; ++seed)
         roms.push_back({.mapper = 0, .prgBanks = std::uint32_t(seed % 2 + 1), .chrBanks = 1, .seed = seed});
@@ -210,7 +220,7 @@ TEST_F(RomOutput, LayoutThatDoesNotFitTheRomIsRefused)
     const auto expectRefused = [&](const LayoutResult& broken) {
         const RomWriteResult result = writeNes(broken, out, 268, 0);
         EXPECT_FALSE(result.ok);
-        EXPECT_TRUE(result.failedFile.isEmpty());
+        EXPECT_FALSE(result.problem);
         EXPECT_FALSE(QFile::exists(out));
     };
     LayoutResult broken = layout;

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace zunbrix;
 using namespace zunbrix::testing;
 
@@ -44,10 +46,17 @@ TEST(Validation, ReportsEachBadGameOnceWithItsFirstReason)
                                  imageOf(4, 3, 3), imageOf(5, 2, 2, 0), imageOf(6, 2, 1, 0), imageOf(7, 8, 8, 74)};
     images[0].valid = false;
     images[0].mapper = 1;
+    images[0].problem = {.kind = FileProblemKind::NoInesMark, .path = QStringLiteral("/x/game0.nes")};
     images[2].hasTrainer = true;
     normaliseChr(images);
     QString text;
-    EXPECT_FALSE(validateCoolboy(images, Language::English, text));
+    std::vector<FileProblem> problems;
+    EXPECT_FALSE(validateCoolboy(images, Language::English, text, &problems));
+    // Only the first line's game has a file at fault.
+    ASSERT_EQ(problems.size(), 6u);
+    EXPECT_EQ(problems[0].kind, FileProblemKind::NoInesMark);
+    EXPECT_EQ(problems[0].path, "/x/game0.nes");
+    EXPECT_TRUE(std::none_of(problems.begin() + 1, problems.end(), [](const FileProblem& p) { return bool(p); }));
     EXPECT_EQ(text, "1.game0 Not a valid NES file!\r\n"
                     "2.game1 Mapper1 not supported!\r\n"
                     "3.game2 Trainer not supported!\r\n"
@@ -107,7 +116,7 @@ TEST(Validation, MenuDataRoomDependsOnMenuSize)
     }
 }
 
-TEST(Validation, CoolboyRomStopsAt32Megabytes)
+TEST(Validation, EachBoardRefusesARomPastWhatItsMenuCanReach)
 {
     LayoutResult layout;
     layout.romBytes = 32u << 20;
@@ -117,4 +126,33 @@ TEST(Validation, CoolboyRomStopsAt32Megabytes)
     EXPECT_FALSE(checkRomSize(layout, BoardType::Coolboy, Language::English, text));
     EXPECT_EQ(text, "Final ROM size: 32.016 MB(32784 KB) overflows the maximum limit of 32 MB(32768 KB)!");
     EXPECT_TRUE(checkRomSize(layout, BoardType::Coolgirl, Language::English, text));
+
+    // COOLGIRL's menu gives the board a game's CHR place as a word of 8 KB units.
+    layout.romBytes = 512u << 20;
+    EXPECT_TRUE(checkRomSize(layout, BoardType::Coolgirl, Language::English, text));
+    layout.romBytes += 16384;
+    EXPECT_FALSE(checkRomSize(layout, BoardType::Coolgirl, Language::English, text));
+    EXPECT_EQ(text, "Final ROM size: 512.016 MB(524304 KB) overflows the maximum limit of 512 MB(524288 KB)!");
+}
+
+// 2049 games of 2 MB lie from 2 MB on, so the ROM ends at 4100 MB: in 32 bits that would be 4 MB, which
+// both boards take.
+TEST(Validation, ListBeyond4GigabytesGetsTheBoardsRefusalWithItsTrueSize)
+{
+    std::vector<NesImage> games;
+    for (std::uint32_t i = 0; i < 2049; ++i)
+        games.push_back(imageOf(i, 128, 0));
+    for (const auto& [board, refusal] : std::vector<std::pair<BoardType, QString>>{
+             {BoardType::Coolboy, "overflows the maximum limit of 32 MB(32768 KB)!"},
+             {BoardType::Coolgirl, "overflows the maximum limit of 512 MB(524288 KB)!"}}) {
+        const LayoutResult layout = layoutRom(imageOf(9999, 8, 0, 0), games, board);
+        EXPECT_EQ(layout.romBytes, 4100ull << 20);
+        EXPECT_EQ(layout.uniqueBytes, (4098ull << 20) + (128u << 10));
+        const auto byOffset = [](const NesImage& a, const NesImage& b) { return a.prgOffset < b.prgOffset; };
+        const auto last = std::max_element(layout.images.begin(), layout.images.end(), byOffset);
+        EXPECT_EQ(last->prgOffset, 4098ull << 20);
+        QString text;
+        EXPECT_FALSE(checkRomSize(layout, board, Language::English, text));
+        EXPECT_EQ(text, "Final ROM size: 4100.000 MB(4198400 KB) " + refusal);
+    }
 }
