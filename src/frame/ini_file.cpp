@@ -3,6 +3,7 @@
 #include "frame/paths.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QtEndian>
 
@@ -63,6 +64,9 @@ IniFile::IniFile(const QString& path, bool isAbsolute)
 
 bool IniFile::Load()
 {
+    // A FIFO, device or folder is never opened: reading one could wait for ever.
+    if (!QFileInfo(path_).isFile())
+        return false;
     QFile file(path_);
     if (!file.open(QIODevice::ReadOnly))
         return false;

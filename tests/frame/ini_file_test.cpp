@@ -4,6 +4,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 #include <gtest/gtest.h>
 
 using zunbrix::IniFile;
@@ -137,6 +141,13 @@ TEST(IniFile, SaveAndLoadARealFile)
     EXPECT_EQ(in.ToText(), out.ToText());
 
     EXPECT_FALSE(IniFile(temp.path() + "/missing.qvl", true).Load());
+    EXPECT_FALSE(IniFile(temp.path(), true).Load()) << "a folder is not a list";
+#ifdef Q_OS_UNIX
+    // No writer ever comes: a reader that opened it would wait for ever.
+    const QString fifo = temp.filePath("pipe.qvl");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    EXPECT_FALSE(IniFile(fifo, true).Load());
+#endif
     EXPECT_FALSE(IniFile(temp.path() + "/no/such/folder/x.qvl", true).Save());
 }
 
