@@ -64,18 +64,19 @@ GameEntry GameEntry::unread(const QString& filePath)
 GameEntry::GameEntry(const QString& filePath) : GameEntry(unread(filePath))
 {
     // Unbuffered: a buffered read would fetch a whole buffer of the file for these few bytes.
+    const QString absolute = AbsolutePath(filePath);
     QFile file;
-    problem = openForReading(file, filePath);
+    problem = openForReading(file, absolute);
     if (!problem) {
         const qint64 got = file.read(reinterpret_cast<char*>(header.data()), kHeaderBytes);
         headerRead = got == kHeaderBytes;
         if (got < 0)
-            problem = {.kind = FileProblemKind::ReadFailed, .path = filePath, .systemReason = file.errorString()};
+            problem = {.kind = FileProblemKind::ReadFailed, .path = absolute, .systemReason = file.errorString()};
         else if (!hasMagic(header))
-            problem = {.kind = FileProblemKind::NoInesMark, .path = filePath};
+            problem = {.kind = FileProblemKind::NoInesMark, .path = absolute};
         else if (!headerRead)
             problem = {.kind = FileProblemKind::Truncated,
-                       .path = filePath,
+                       .path = absolute,
                        .claimedBytes = kHeaderBytes,
                        .fileBytes = std::uint64_t(got)};
     }
@@ -114,27 +115,56 @@ std::uint32_t GameEntry::chrBanks() const
     return header[5] | (isNes20() ? (header[9] >> 4u) << 8 : 0u);
 }
 
+NesImage NesImage::fromHeader(const GameEntry& entry)
+{
+    NesImage image;
+    image.path = AbsolutePath(entry.path);
+    if (entry.valid())
+        image.takeHeader(entry.header);
+    return image;
+}
+
 bool NesImage::load(const QString& filePath)
 {
     *this = NesImage();
-    path = filePath;
-    name = FileNameOf(filePath, false);
+    path = AbsolutePath(filePath);
+    name = FileNameOf(path, false);
     QFile file;
-    problem = openForReading(file, filePath);
+    problem = openForReading(file, path);
     if (problem)
         return false;
     std::array<std::uint8_t, 16> header{'N', 'E', 'S', 0x1A};
     // A short header stops nothing here: the preset stands in for what is missing, and the file's size is
     // compared with what the header claims below.
     if (file.read(reinterpret_cast<char*>(header.data()), kHeaderBytes) < 0) {
-        problem = {.kind = FileProblemKind::ReadFailed, .path = filePath, .systemReason = file.errorString()};
+        problem = {.kind = FileProblemKind::ReadFailed, .path = path, .systemReason = file.errorString()};
         return false;
     }
     if (!hasMagic(header)) {
-        problem = {.kind = FileProblemKind::NoInesMark, .path = filePath};
+        problem = {.kind = FileProblemKind::NoInesMark, .path = path};
         return false;
     }
+    takeHeader(header);
 
+    // A cut-off file would put erased bytes in place of the game's end.
+    const std::uint64_t claimedBytes = chrFileOffset() + chrBytes;
+    const auto fileBytes = std::uint64_t(file.size());
+    if (fileBytes < claimedBytes) {
+        problem = {.kind = FileProblemKind::Truncated,
+                   .path = path,
+                   .claimedBytes = claimedBytes,
+                   .fileBytes = fileBytes};
+        valid = false;
+        return false;
+    }
+    prgCrc32 = readFileArea(file, prgFileOffset(), prgBytes);
+    chrCrc32 = readFileArea(file, chrFileOffset(), chrBytes);
+    return true;
+}
+
+void NesImage::takeHeader(const std::array<std::uint8_t, 16>& header)
+{
+    name = FileNameOf(path, false);
     headerSize = kHeaderBytes;
     hasTrainer = header[6] & 0x04;
     trainerSize = hasTrainer ? kTrainerBytes : 0;
@@ -147,21 +177,7 @@ bool NesImage::load(const QString& filePath)
     verticalMirroring = header[6] & 0x01;
     battery = header[6] & 0x02;
     fourScreen = header[6] & 0x08;
-
-    // A cut-off file would put erased bytes in place of the game's end.
-    const std::uint64_t claimedBytes = chrFileOffset() + chrBytes;
-    const auto fileBytes = std::uint64_t(file.size());
-    if (fileBytes < claimedBytes) {
-        problem = {.kind = FileProblemKind::Truncated,
-                   .path = filePath,
-                   .claimedBytes = claimedBytes,
-                   .fileBytes = fileBytes};
-        return false;
-    }
     valid = true;
-    prgCrc32 = readFileArea(file, prgFileOffset(), prgBytes);
-    chrCrc32 = readFileArea(file, chrFileOffset(), chrBytes);
-    return true;
 }
 
 void NesImage::setPrgBanks(std::uint32_t banks)

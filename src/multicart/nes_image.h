@@ -18,7 +18,8 @@ std::uint32_t crc32Update(std::uint32_t crc, const void* data, std::size_t size)
 struct GameEntry {
     GameEntry() = default;
     // Reads the header and stores the fit marks; a file that can't be read still makes an entry, not valid,
-    // with the reason in `problem`.
+    // with the reason in `problem`. A relative path is the list's form of a file beside the program: it is
+    // read from the program's folder.
     explicit GameEntry(const QString& filePath);
     // An entry named for its file without opening it, not valid, for callers that read the file themselves.
     static GameEntry unread(const QString& filePath);
@@ -54,6 +55,8 @@ struct NesImage {
     NesImage() = default;
     // A failed load leaves `valid` false and says why in `problem`; validation reports it.
     explicit NesImage(const QString& filePath) { load(filePath); }
+    // An entry's game as its header alone describes it, with the build's reading of the sizes and no checksums.
+    static NesImage fromHeader(const GameEntry& entry);
 
     bool prgPlaced = false;
     bool chrPlaced = false;
@@ -84,7 +87,8 @@ struct NesImage {
     FileProblem problem; // why the load failed
 
     // Reads the header and checksums the PRG and CHR areas. A file that is not a regular file, has no iNES
-    // mark or is shorter than its header says fails, with `name` set all the same.
+    // mark or is shorter than its header says fails, with `name` set all the same. `path` becomes absolute:
+    // a relative one is taken from the program's folder, as the list holds it.
     bool load(const QString& filePath);
 
     void setPrgBanks(std::uint32_t banks);
@@ -94,6 +98,10 @@ struct NesImage {
 
     std::uint64_t prgFileOffset() const { return headerSize + trainerSize; }
     std::uint64_t chrFileOffset() const { return headerSize + trainerSize + prgBytes; }
+
+private:
+    // Name, sizes, mapper and flags from the 16 header bytes of the file at `path`.
+    void takeHeader(const std::array<std::uint8_t, 16>& header);
 };
 
 } // namespace zunbrix

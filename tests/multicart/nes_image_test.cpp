@@ -84,6 +84,25 @@ TEST(RomReader, FileShorterThanItsHeaderSaysIsRefusedWithBothSizes)
     EXPECT_TRUE(NesImage(path).valid);
 }
 
+// The list holds a game by its path from the program's folder; both readers find it from there, whatever the
+// current folder.
+TEST(RomReader, RelativePathsAreReadFromTheProgramsFolder)
+{
+    QTemporaryDir dir;
+    const QString path = writeRom(dir.filePath("near.nes"), {.mapper = 4, .prgBanks = 8, .chrBanks = 1});
+    const QString relative = RelativePath(ExeFolder(), path).value();
+    ASSERT_TRUE(IsRelative(relative));
+
+    const GameEntry entry(relative);
+    EXPECT_TRUE(entry.valid());
+    EXPECT_TRUE(entry.coolboyFit);
+    EXPECT_EQ(entry.path, relative);
+    const NesImage image(relative);
+    EXPECT_TRUE(image.valid);
+    EXPECT_EQ(image.prgBanks, 8u);
+    EXPECT_EQ(QDir::cleanPath(image.path), path) << "kept absolute for the merge's second read";
+}
+
 // Every file that can't be read as iNES still gives its name for the list's line, and says why.
 TEST(RomReader, UnreadableFilesAreNamedWithTheirProblem)
 {
