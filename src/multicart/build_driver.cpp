@@ -326,9 +326,7 @@ BuildResult Build::run()
         return result;
     }
 
-    // The internal COOLGIRL menu is always planned as 128 KB, whatever size is asked for.
-    const bool plannedSmall = !externalMenu() && board_ == BoardType::Coolgirl;
-    const std::uint32_t menuBanks = plannedSmall ? 8u : static_cast<std::uint32_t>(options_.menuSize);
+    const std::uint32_t menuBanks = plannedMenuBanks(options_);
     menu_.setPrgBanks(menuBanks);
     menu_.setPrgLayoutBanks(menuBanks);
     menu_.setChrBanks(0);

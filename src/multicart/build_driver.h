@@ -14,9 +14,6 @@
 
 namespace zunbrix {
 
-// The most checked games one build takes.
-inline constexpr int kMaxBuildGames = 3072;
-
 enum class MessageStyle { Ok = 0, YesNo = 4 };
 enum class MessageAnswer { Ok = 1, Yes = 6, No = 7 };
 

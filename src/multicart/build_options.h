@@ -4,7 +4,12 @@
 
 #include <QString>
 
+#include <cstdint>
+
 namespace zunbrix {
+
+// The most checked games one build takes.
+inline constexpr int kMaxBuildGames = 3072;
 
 // The main window's settings that a build reads, with the defaults of a fresh settings store. The designer's
 // big cursor choice is not among them: generation reads it from the design's settings each time.
@@ -24,5 +29,13 @@ struct BuildOptions {
     bool externMenuEnable = false;
     QString externMenuPath;
 };
+
+// The menu's PRG in 16 KB banks that a build lays the games out around before the menu is assembled: the
+// internal COOLGIRL menu is always planned as 128 KB, whatever size is asked for.
+inline std::uint32_t plannedMenuBanks(const BuildOptions& options)
+{
+    const bool plannedSmall = !options.externMenuEnable && options.boardType == BoardType::Coolgirl;
+    return plannedSmall ? 8u : static_cast<std::uint32_t>(options.menuSize);
+}
 
 } // namespace zunbrix

@@ -31,9 +31,11 @@ constexpr std::array<OverflowLimits, 2> kOverflowLimits{{
 // Any other menu size, the large ones among them, gets the room of a 128 KB menu.
 constexpr OverflowLimits kDefaultOverflowLimits{0, 5, 4, 4};
 
-// The line that says why a game can't go on the board, or "" when it can.
-QString unsupportedReason(const NesImage& image, std::span<const std::uint16_t> mappers, Language language)
+} // namespace
+
+QString unsupportedReason(const NesImage& image, BoardType board, Language language)
 {
+    const std::span<const std::uint16_t> mappers = boardMappers(board);
     const auto number = (long long)image.listIndex + 1;
     const auto pattern = [language](int id) { return StringTable::Get(id, language); };
     const auto mapperNotSupported = [&] {
@@ -55,6 +57,8 @@ QString unsupportedReason(const NesImage& image, std::span<const std::uint16_t> 
     return {};
 }
 
+namespace {
+
 bool validate(const std::vector<NesImage>& images, BoardType board, Language language, QString& text,
               std::vector<FileProblem>* problems)
 {
@@ -65,7 +69,7 @@ bool validate(const std::vector<NesImage>& images, BoardType board, Language lan
     for (const NesImage& image : images) {
         if (failures == kMaxReportedGames)
             break;
-        const QString reason = unsupportedReason(image, boardMappers(board), language);
+        const QString reason = unsupportedReason(image, board, language);
         if (reason.isEmpty())
             continue;
         text += reason + QStringLiteral("\r\n");

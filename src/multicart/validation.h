@@ -17,6 +17,9 @@ namespace zunbrix {
 void normaliseChr(std::vector<NesImage>& images); // all boards: next of 0, 1, 2, 4, 8, 16, 32 KB×8
 void normalisePrg(std::vector<NesImage>& images); // COOLBOY and MINDKIDS: every MMC3-style game gets 128 KB
 
+// Why the board can't take the game, as the line its check gives ("" when it can take it).
+QString unsupportedReason(const NesImage& image, BoardType board, Language language);
+
 // Whether every game can go on the board. On failure `text` holds one line per bad game (at most 20),
 // each ending in CR LF, in `language`. `problems`, when given, gets one entry per line: what is wrong with
 // the file of that line's game, or nothing where the file is fine and the board can't take the game.
