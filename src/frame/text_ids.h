@@ -10,10 +10,13 @@ inline constexpr int TitleError = 147;
 inline constexpr int TitleWarn = 169;
 
 inline constexpr int SelectedAndAll = 132;
+inline constexpr int ConfirmClear = 145;
 inline constexpr int NoFilesSelected = 149;
 inline constexpr int OperationFailed = 150;
 inline constexpr int ListLimit = 192;
+inline constexpr int ListFull = 193;
 inline constexpr int Busy = 194;
+inline constexpr int TooManyMoving = 196;
 inline constexpr int TooManyGames = 197;
 
 // Board validation.
@@ -54,5 +57,7 @@ inline constexpr int FileTruncated = 934;
 inline constexpr int FileChangedSinceRead = 935;
 inline constexpr int FileWriteFailed = 936;
 inline constexpr int RomBeyondBoardLimit = 937;
+// The game list's own words.
+inline constexpr int FilesSkipped = 960;
 
 } // namespace zunbrix::text

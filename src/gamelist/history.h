@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gamelist/list_columns.h"
 #include "multicart/nes_image.h"
 
 #include <array>
@@ -8,7 +9,6 @@
 namespace zunbrix {
 
 // Widths of the list's twelve columns in pixels; -1 where none is known.
-inline constexpr int kListColumnCount = 12;
 using ColumnWidths = std::array<int, kListColumnCount>;
 
 // Keeps the list and the column widths in the settings store (value Data under Software\Zunbrix\History),

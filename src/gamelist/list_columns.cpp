@@ -1,5 +1,6 @@
 #include "gamelist/list_columns.h"
 
+#include "multicart/validation.h"
 #include "frame/text_format.h"
 
 namespace zunbrix {
@@ -17,14 +18,30 @@ QString sizeText(std::uint32_t count, int kbPerBank)
     return FormatText(QStringLiteral("%2d (%0.3dKB)"), {banks, banks * kbPerBank});
 }
 
+// The board's reason, tested on the entry's own sizes (NES 2.0's upper bits counted) so that it explains the
+// mark, which is made from them too.
+QString unfitReason(const GameEntry& entry, int row, BoardType board, Language language)
+{
+    std::vector<NesImage> game{NesImage::fromHeader(entry)};
+    NesImage& image = game.front();
+    image.listIndex = static_cast<std::uint32_t>(row);
+    image.name = entry.name;
+    image.setPrgBanks(entry.prgBanks());
+    image.setChrBanks(entry.chrBanks());
+    image.setPrgLayoutBanks(entry.prgBanks());
+    image.setChrLayoutBanks(entry.chrBanks());
+    normaliseChr(game);
+    return unsupportedReason(image, board, language);
+}
+
 } // namespace
 
 QString ListCellText(const GameEntry& entry, int row, int column, Language language)
 {
     switch (column) {
-    case 0:
+    case kNumberColumn:
         return QString::number(row + 1);
-    case 1:
+    case kNameColumn:
         return entry.name;
     case 2:
         return sizeText(entry.prgBanks(), 16);
@@ -38,17 +55,26 @@ QString ListCellText(const GameEntry& entry, int row, int column, Language langu
         return yesNo(entry.battery(), 135, 136, language);
     case 7:
         return yesNo(entry.hasTrainer(), 135, 136, language);
-    case 8:
+    case kCoolboyColumn:
         return yesNo(entry.coolboyFit, 333, 334, language);
-    case 9:
+    case kCoolgirlColumn:
         return yesNo(entry.coolgirlFit, 333, 334, language);
-    case 10:
+    case kRemarkColumn:
         return entry.remark;
-    case 11:
+    case kPathColumn:
         return entry.path;
     default:
         return {};
     }
+}
+
+QString ListCellToolTip(const GameEntry& entry, int row, int column, Language language)
+{
+    if (column == kCoolboyColumn && !entry.coolboyFit)
+        return unfitReason(entry, row, BoardType::Coolboy, language);
+    if (column == kCoolgirlColumn && !entry.coolgirlFit)
+        return unfitReason(entry, row, BoardType::Coolgirl, language);
+    return {};
 }
 
 } // namespace zunbrix

@@ -35,13 +35,13 @@ QString entryPath(const QString& path, const QString& relativePath, const QStrin
 
 } // namespace
 
-ListLoadResult LoadListFile(const IniFile& ini, std::vector<GameEntry>& entries)
+ListLoadResult LoadListFile(const IniFile& ini, std::vector<GameEntry>& entries, int capacity)
 {
     ListLoadResult result;
     const QString listFolder = FolderOf(ini.Path());
     const int count = ini.GetInt(kSection, QStringLiteral("count"), 0);
-    result.exceedsCapacity = static_cast<qint64>(entries.size()) + count > kListCapacity;
-    for (int i = 0; i < count && entries.size() < static_cast<std::size_t>(kListCapacity); ++i) {
+    result.exceedsCapacity = static_cast<qint64>(entries.size()) + count > capacity;
+    for (int i = 0; i < count && entries.size() < static_cast<std::size_t>(capacity); ++i) {
         GameEntry entry(entryPath(ini.GetString(kSection, entryKey(i, "path"), {}),
                                   ini.GetString(kSection, entryKey(i, "path_relative"), {}), listFolder));
         entry.checked = ini.GetInt(kSection, entryKey(i, "check"), 0) != 0;

@@ -19,11 +19,11 @@ struct ListLoadResult {
     bool exceedsCapacity = false;
 };
 
-// Appends the entries of a list document (section "history") to `entries`, up to kListCapacity. Each entry's
-// file is looked for by its relative path first, then by its absolute one; a path that is relative is taken
-// from the program's folder, then from the folder of the document's file when it has one. An entry whose file
-// is missing or invalid is appended all the same, so the list shows it.
-ListLoadResult LoadListFile(const IniFile& ini, std::vector<GameEntry>& entries);
+// Appends the entries of a list document (section "history") to `entries` until it holds `capacity`. Each
+// entry's file is looked for by its relative path first, then by its absolute one; a path that is relative is
+// taken from the program's folder, then from the folder of the document's file when it has one. An entry whose
+// file is missing or invalid is appended all the same, so the list shows it.
+ListLoadResult LoadListFile(const IniFile& ini, std::vector<GameEntry>& entries, int capacity = kListCapacity);
 
 // Replaces the section "history" of `ini` by `entries`, checked or not: count, then per entry its absolute
 // path, its path relative to the program's folder, name, check mark and remark.
