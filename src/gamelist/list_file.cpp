@@ -1,8 +1,11 @@
 #include "gamelist/list_file.h"
 
+#include "multicart/shared_work.h"
 #include "frame/paths.h"
 
 #include <QDir>
+
+#include <algorithm>
 
 namespace zunbrix {
 
@@ -15,22 +18,28 @@ QString entryKey(int index, const char* field)
     return QStringLiteral("%1_%2").arg(index, 5, 10, QLatin1Char('0')).arg(QLatin1String(field));
 }
 
+// Where relative paths of a list document start: the program's folder, then the document's own.
+struct ListFolders {
+    QString program;
+    QString list;
+};
+
 // The file an entry names: the relative form wins when it leads to a file, as it survives moving the program
 // together with its games to another folder or machine. A relative path is looked for beside the program, then
 // beside the list file, so a list kept with its games works wherever the program is.
-QString entryPath(const QString& path, const QString& relativePath, const QString& listFolder)
+QString entryPath(const QString& path, const QString& relativePath, const ListFolders& folders)
 {
     for (const QString& candidate : {relativePath, path}) {
         if (candidate.isEmpty())
             continue;
-        QStringList places{AbsolutePath(candidate)};
-        if (IsRelative(candidate) && !listFolder.isEmpty())
-            places.push_back(AbsolutePathFrom(listFolder, candidate));
+        QStringList places{AbsolutePathFrom(folders.program, candidate)};
+        if (IsRelative(candidate) && !folders.list.isEmpty())
+            places.push_back(AbsolutePathFrom(folders.list, candidate));
         for (const QString& place : places)
             if (FileExists(place))
                 return QDir::cleanPath(place);
     }
-    return QDir::cleanPath(AbsolutePath(path));
+    return QDir::cleanPath(AbsolutePathFrom(folders.program, path));
 }
 
 } // namespace
@@ -38,18 +47,24 @@ QString entryPath(const QString& path, const QString& relativePath, const QStrin
 ListLoadResult LoadListFile(const IniFile& ini, std::vector<GameEntry>& entries, int capacity)
 {
     ListLoadResult result;
-    const QString listFolder = FolderOf(ini.Path());
+    const ListFolders folders{ExeFolder(), FolderOf(ini.Path())};
     const int count = ini.GetInt(kSection, QStringLiteral("count"), 0);
     result.exceedsCapacity = static_cast<qint64>(entries.size()) + count > capacity;
-    for (int i = 0; i < count && entries.size() < static_cast<std::size_t>(capacity); ++i) {
-        GameEntry entry(entryPath(ini.GetString(kSection, entryKey(i, "path"), {}),
-                                  ini.GetString(kSection, entryKey(i, "path_relative"), {}), listFolder));
-        entry.checked = ini.GetInt(kSection, entryKey(i, "check"), 0) != 0;
-        entry.name = ini.GetString(kSection, entryKey(i, "name"), {});
-        entry.remark = ini.GetString(kSection, entryKey(i, "remark"), {});
-        entries.push_back(std::move(entry));
-        ++result.added;
-    }
+    result.added = std::clamp(capacity - static_cast<int>(entries.size()), 0, std::max(count, 0));
+    const std::size_t first = entries.size();
+    entries.resize(first + static_cast<std::size_t>(result.added));
+    // Looking for thousands of files and reading their headers is the long part of a load, so the entries are
+    // shared out to the cores; each fills its own place, and the document is only read.
+    runShared(static_cast<std::size_t>(result.added), [&](std::size_t i) {
+        const int index = static_cast<int>(i);
+        GameEntry entry(entryPath(ini.GetString(kSection, entryKey(index, "path"), {}),
+                                  ini.GetString(kSection, entryKey(index, "path_relative"), {}), folders));
+        entry.checked = ini.GetInt(kSection, entryKey(index, "check"), 0) != 0;
+        entry.name = ini.GetString(kSection, entryKey(index, "name"), {});
+        entry.remark = ini.GetString(kSection, entryKey(index, "remark"), {});
+        entries[first + i] = std::move(entry);
+        return true;
+    });
     return result;
 }
 
