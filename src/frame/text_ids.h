@@ -57,6 +57,7 @@ inline constexpr int FileTruncated = 934;
 inline constexpr int FileChangedSinceRead = 935;
 inline constexpr int FileWriteFailed = 936;
 inline constexpr int RomBeyondBoardLimit = 937;
+
 // The game list's own words.
 inline constexpr int FilesSkipped = 960;
 
