@@ -10,10 +10,11 @@ function(zunbrix_library name)
   target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS)
 endfunction()
 
-# zunbrix_test(<name> LABEL <area> SOURCES ... [LIBS ...])
-# A GoogleTest executable registered with ctest under one area label.
+# zunbrix_test(<name> LABEL <area> SOURCES ... [LIBS ...] [TIMEOUT <seconds>])
+# A GoogleTest executable registered with ctest under one area label. TIMEOUT bounds each test, for tests whose
+# failure could be a hang.
 function(zunbrix_test name)
-  cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LIBS" ${ARGN})
+  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LIBS" ${ARGN})
   if(NOT ARG_LABEL)
     message(FATAL_ERROR "zunbrix_test(${name}) needs a LABEL")
   endif()
@@ -22,8 +23,12 @@ function(zunbrix_test name)
   # Shared test helpers: #include "support/private_settings.h"
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  set(properties LABELS ${ARG_LABEL})
+  if(ARG_TIMEOUT)
+    list(APPEND properties TIMEOUT ${ARG_TIMEOUT})
+  endif()
   gtest_discover_tests(${name}
-    PROPERTIES LABELS ${ARG_LABEL}
+    PROPERTIES ${properties}
     DISCOVERY_TIMEOUT 60)
 endfunction()
 
