@@ -23,13 +23,8 @@ public:
 protected:
     void judgeAnswer(const QNetworkReply& reply) override
     {
-        if (HttpStatus(reply) != 200) {
-            fail("HttpQueryInfo", HttpStatus(reply));
-            return;
-        }
-        const QVariant length = reply.header(QNetworkRequest::ContentLengthHeader);
-        if (length.isValid())
-            announced_ = length.toLongLong();
+        if (const std::optional<qint64> length = wholeFileLength(reply))
+            announced_ = *length;
     }
 
     void takeBody(QByteArrayView block) override
@@ -68,18 +63,6 @@ private:
 };
 
 } // namespace
-
-DownloadFile::DownloadFile(HttpOptions options) : options_(std::move(options)) {}
-
-DownloadFile::~DownloadFile()
-{
-    Cancel();
-}
-
-void DownloadFile::Cancel()
-{
-    runner_.cancel();
-}
 
 bool DownloadFile::Download(const QString& url, const QString& filePath, const QString& expectedSha256,
                             const ProgressCallback& callback)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "update/http_options.h"
 #include "update/http_transfer.h"
 
 #include <QString>
@@ -10,23 +9,13 @@ namespace zunbrix {
 // Fetches one file whole to disk: the new program. The body goes to a temporary file beside `filePath`, which
 // takes that name only when every byte the server announced has come and, with an expected SHA-256, the file
 // matches it; otherwise the temporary file is deleted and `filePath` is left as it was.
-class DownloadFile {
+class DownloadFile : public HttpFetcher {
 public:
-    explicit DownloadFile(HttpOptions options = {});
-    ~DownloadFile();
-    DownloadFile(const DownloadFile&) = delete;
-    DownloadFile& operator=(const DownloadFile&) = delete;
+    explicit DownloadFile(HttpOptions options = {}) : HttpFetcher(std::move(options)) {}
 
     // `expectedSha256` is the file's hash in hexadecimal, or "" when the release does not give one.
     bool Download(const QString& url, const QString& filePath, const QString& expectedSha256,
                   const ProgressCallback& callback);
-
-    // From any thread: ends the download under way, and every later one.
-    void Cancel();
-
-private:
-    HttpOptions options_;
-    TransferRunner runner_;
 };
 
 } // namespace zunbrix

@@ -6,6 +6,7 @@
 #include <QSslConfiguration>
 #include <QSslSocket>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace zunbrix {
@@ -101,6 +102,16 @@ void HttpTransfer::fail(const char* step, int code)
 void HttpTransfer::finish()
 {
     end(TransferState::Done);
+}
+
+std::optional<qint64> HttpTransfer::wholeFileLength(const QNetworkReply& reply)
+{
+    if (HttpStatus(reply) != 200) {
+        fail("HttpQueryInfo", HttpStatus(reply));
+        return std::nullopt;
+    }
+    const QVariant length = reply.header(QNetworkRequest::ContentLengthHeader);
+    return length.isValid() ? std::max<qint64>(length.toLongLong(), -1) : -1;
 }
 
 void HttpTransfer::answerArrived()

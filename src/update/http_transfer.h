@@ -13,6 +13,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class QNetworkAccessManager;
@@ -56,6 +57,9 @@ protected:
 
     void fail(const char* step, int code);
     void finish();
+    // The Content-Length of an answer that is the whole file, -1 when it has none. Any status but 200 fails the
+    // transfer and gives nothing.
+    std::optional<qint64> wholeFileLength(const QNetworkReply& reply);
 
 private:
     void answerArrived();
@@ -96,6 +100,22 @@ private:
     std::mutex mutex_;
     // Each running event loop, in its fetching thread, and what cancels its transfers there.
     std::map<QObject*, std::function<void()>> running_;
+};
+
+// What RangeClient and DownloadFile share: their options, and a cancel that reaches every fetch of theirs.
+class HttpFetcher {
+public:
+    explicit HttpFetcher(HttpOptions options) : options_(std::move(options)) {}
+    ~HttpFetcher() { Cancel(); }
+    HttpFetcher(const HttpFetcher&) = delete;
+    HttpFetcher& operator=(const HttpFetcher&) = delete;
+
+    // From any thread: ends the fetch under way, and every later one.
+    void Cancel() { runner_.cancel(); }
+
+protected:
+    HttpOptions options_;
+    TransferRunner runner_;
 };
 
 } // namespace zunbrix

@@ -33,16 +33,14 @@ public:
 protected:
     void judgeAnswer(const QNetworkReply& reply) override
     {
-        if (HttpStatus(reply) != 200) {
-            fail("HttpQueryInfo", HttpStatus(reply));
+        const std::optional<qint64> length = wholeFileLength(reply);
+        if (!length)
             return;
-        }
-        const QVariant length = reply.header(QNetworkRequest::ContentLengthHeader);
-        if (!length.isValid() || length.toLongLong() < 0) {
+        if (*length < 0) {
             fail("QueryContentLength", 0);
             return;
         }
-        length_ = length.toLongLong();
+        length_ = *length;
         finish();
     }
     void takeBody(QByteArrayView) override {}
@@ -105,18 +103,6 @@ private:
 };
 
 } // namespace
-
-RangeClient::RangeClient(HttpOptions options) : options_(std::move(options)) {}
-
-RangeClient::~RangeClient()
-{
-    Cancel();
-}
-
-void RangeClient::Cancel()
-{
-    runner_.cancel();
-}
 
 std::optional<qint64> RangeClient::GetToBuffer(const QString& url, char* buffer, qint64 capacity,
                                                const ProgressCallback& callback, int parts)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "update/http_options.h"
 #include "update/http_transfer.h"
 
 #include <QString>
@@ -11,12 +10,9 @@ namespace zunbrix {
 
 // Fetches a file by HTTP or HTTPS into memory in up to 64 byte ranges at once, each on a connection of its own.
 // A fetch blocks the calling thread (a worker) and runs that thread's events meanwhile.
-class RangeClient {
+class RangeClient : public HttpFetcher {
 public:
-    explicit RangeClient(HttpOptions options = {});
-    ~RangeClient();
-    RangeClient(const RangeClient&) = delete;
-    RangeClient& operator=(const RangeClient&) = delete;
+    explicit RangeClient(HttpOptions options = {}) : HttpFetcher(std::move(options)) {}
 
     // Fills `buffer` from the start of the file, up to `capacity` bytes: a larger file is cut there. `parts` is
     // held in 1 to 64; a file or capacity below 4096 bytes goes in one part. The result is the number of bytes
@@ -25,13 +21,6 @@ public:
     // whole file fails the fetch rather than mixing it up.
     std::optional<qint64> GetToBuffer(const QString& url, char* buffer, qint64 capacity,
                                       const ProgressCallback& callback, int parts);
-
-    // From any thread: ends the fetch under way, and every later one.
-    void Cancel();
-
-private:
-    HttpOptions options_;
-    TransferRunner runner_;
 };
 
 } // namespace zunbrix

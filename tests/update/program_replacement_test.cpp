@@ -41,6 +41,15 @@ void writeBytes(const QString& path, const QByteArray& bytes)
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
+// The .bak of an update's close, named by Delete for this start to remove.
+QString leftOverProgram(const QTemporaryDir& folder)
+{
+    const QString backup = folder.filePath(QStringLiteral("Zunbrix.bak"));
+    writeBytes(backup, "the old program");
+    RegistryStore::SetString(kUpdateSettingsKey, kDeleteValue, backup);
+    return backup;
+}
+
 int runProgram(const QString& path)
 {
     QProcess process;
@@ -106,9 +115,7 @@ TEST(ProgramReplacement, OldProgramStillHeldIsDeletedOnALaterTry)
 {
     const PrivateSettings settings;
     const QTemporaryDir folder;
-    const QString backup = folder.filePath(QStringLiteral("Zunbrix.bak"));
-    writeBytes(backup, "the old program");
-    RegistryStore::SetString(kUpdateSettingsKey, kDeleteValue, backup);
+    const QString backup = leftOverProgram(folder);
 
     // The old process lets go of its file after the second try.
     DeletionBlock held(backup);
@@ -127,9 +134,7 @@ TEST(ProgramReplacement, OldProgramHeldThroughFiveTriesIsLeftForTheNextStart)
 {
     const PrivateSettings settings;
     const QTemporaryDir folder;
-    const QString backup = folder.filePath(QStringLiteral("Zunbrix.bak"));
-    writeBytes(backup, "the old program");
-    RegistryStore::SetString(kUpdateSettingsKey, kDeleteValue, backup);
+    const QString backup = leftOverProgram(folder);
 
     {
         DeletionBlock held(backup);
