@@ -61,4 +61,7 @@ inline constexpr int RomBeyondBoardLimit = 937;
 // The game list's own words.
 inline constexpr int FilesSkipped = 960;
 
+// A crash report that an earlier run left, named on the next start.
+inline constexpr int CrashReportLeft = 1030;
+
 } // namespace zunbrix::text
