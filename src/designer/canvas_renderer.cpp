@@ -160,16 +160,12 @@ void DrawSprite(Surface& surface, const CanvasScene& scene, const TileEntry& ent
         return;
     const SpriteTiles tiles = SpriteTilesOf(entry, scene.BigSprite);
     const int palette = entry.palette & 3;
-    const bool vertical = (entry.flip & TileEntry::kFlipVertical) != 0;
-    const bool horizontal = (entry.flip & TileEntry::kFlipHorizontal) != 0;
     const Pixel key = SpriteTransparentColor(scene.SpritePalette, palette);
     const int left = entry.x * 2;
     const int top = entry.y * 2 + (transparent ? 2 : 0);
 
     auto drawHalf = [&](int tile, int halfTop) {
-        const AtlasPoint origin = AtlasPosition(tiles.bank, palette, tile);
-        const SourceArea area{horizontal ? origin.x + 7 : origin.x, vertical ? origin.y + 7 : origin.y,
-                              horizontal ? -kTilePixels : kTilePixels, vertical ? -kTilePixels : kTilePixels};
+        const SourceArea area = SpriteAtlasArea(tiles.bank, palette, tile, entry.flip);
         const PixelRect target = PixelRect::sized(left, halfTop, kCellPixels, kCellPixels);
         if (transparent)
             TransparentCopy(surface, target, *scene.atlas, area, key);

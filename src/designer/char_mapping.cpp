@@ -17,11 +17,6 @@ int selectedTile(const Position& pos)
     return std::max(pos.y * 16 + pos.x, 0);
 }
 
-std::span<const std::uint8_t, kTileBytes> factoryGlyph(const DesignDocument& document, int character)
-{
-    return std::span<const std::uint8_t, kTileBytes>(document.DefaultChr.data() + character * kTileBytes, kTileBytes);
-}
-
 int firstBlankTile(const DesignDocument& document, int from)
 {
     for (int tile = from; tile < kTilesPerBank; ++tile) {
@@ -45,7 +40,7 @@ void mapIntoBlankTiles(DesignEditor& editor, Wanted wanted)
         const int character = i + kFirstMappedCharacter;
         if (!wanted(character))
             continue;
-        std::ranges::copy(factoryGlyph(document, character), document.tile(kBkgBank, tile).begin());
+        CopyFactoryGlyph(document, character, kBkgBank, tile);
         document.CharMapData[static_cast<std::size_t>(character)] = static_cast<std::uint8_t>(tile);
         start = tile + 1;
     }
@@ -56,7 +51,7 @@ void copyGlyphs(DesignEditor& editor, int bank, const Position& from)
     UndoBegin(editor, true);
     DesignDocument& document = editor.document();
     for (int i = 0, tile = selectedTile(from); i < kMappedCharacters && tile < kTilesPerBank; ++i, ++tile)
-        std::ranges::copy(factoryGlyph(document, i + kFirstMappedCharacter), document.tile(bank, tile).begin());
+        CopyFactoryGlyph(document, i + kFirstMappedCharacter, bank, tile);
     UndoCommit(editor, true);
 }
 
@@ -74,6 +69,13 @@ void MapCharCell(DesignEditor& editor, int cell, std::uint8_t tile)
 {
     if (cell >= 0 && cell < kMappedCharacters)
         editor.document().CharMapData[static_cast<std::size_t>(cell + kFirstMappedCharacter)] = tile;
+}
+
+void CopyFactoryGlyph(DesignDocument& document, int character, int bank, int tile)
+{
+    const auto glyph = std::span<const std::uint8_t>(document.DefaultChr).subspan(
+        static_cast<std::size_t>(character) * kTileBytes, kTileBytes);
+    std::ranges::copy(glyph, document.tile(bank, tile).begin());
 }
 
 void AutoMapUsedCharacters(DesignEditor& editor)

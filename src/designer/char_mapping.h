@@ -5,6 +5,7 @@
 
 namespace zunbrix {
 
+class DesignDocument;
 class DesignEditor;
 
 // The menu prints characters 32 to 95 with the tiles the character map names. These bring the factory
@@ -15,6 +16,8 @@ inline constexpr int kFirstMappedCharacter = 32;
 
 // Character `cell` + 32 prints with `tile`.
 void MapCharCell(DesignEditor& editor, int cell, std::uint8_t tile);
+// The factory glyph of `character` (0..255) becomes tile `tile` of `bank`.
+void CopyFactoryGlyph(DesignDocument& document, int character, int bank, int tile);
 
 // Every character the menu can show (sample list, caption, page number and its digits, and the pairs of
 // 8x16 sprites taken from the background bank) gets its factory glyph in the next blank background tile

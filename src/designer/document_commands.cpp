@@ -10,11 +10,6 @@ namespace zunbrix {
 
 namespace {
 
-void setSelected(TileEntry& entry, bool selected)
-{
-    entry.flags = selected ? entry.flags | TileEntry::kSelected : entry.flags & ~TileEntry::kSelected;
-}
-
 // What the arrows act on: the selection when it is partial, otherwise the whole list.
 template <typename Change>
 void forChosenEntries(TileList& list, Change change)
@@ -33,7 +28,7 @@ void selectAll(DesignEditor& editor, TileList DesignDocument::*list, bool shown)
         return;
     AsUndoStep(editor, [&](DesignDocument& document) {
         for (TileEntry& entry : document.*list)
-            setSelected(entry, true);
+            entry.setSelected(true);
     });
 }
 
@@ -243,8 +238,8 @@ void SelectCursor(DesignEditor& editor)
 {
     AsUndoStep(editor, [](DesignDocument& document) {
         for (TileEntry& sprite : document.ArrowTileList)
-            setSelected(sprite, true);
-        setSelected(document.ArrowTile, true);
+            sprite.setSelected(true);
+        document.ArrowTile.setSelected(true);
     });
 }
 

@@ -43,6 +43,15 @@ void CopyAtlasTile(Surface& destination, PixelRect target, const Surface& atlas,
     StretchCopy(destination, target, atlas, {origin.x, origin.y, kTilePixels, kTilePixels});
 }
 
+SourceArea SpriteAtlasArea(int bank, int palette, int tile, std::uint8_t flip)
+{
+    const AtlasPoint origin = AtlasPosition(bank, palette, tile);
+    const bool vertical = (flip & TileEntry::kFlipVertical) != 0;
+    const bool horizontal = (flip & TileEntry::kFlipHorizontal) != 0;
+    return {horizontal ? origin.x + kTilePixels - 1 : origin.x, vertical ? origin.y + kTilePixels - 1 : origin.y,
+            horizontal ? -kTilePixels : kTilePixels, vertical ? -kTilePixels : kTilePixels};
+}
+
 Pixel SpriteTransparentColor(const PaletteBytes& spritePalette, int palette)
 {
     return ToPixel(MasterColor(spritePalette[static_cast<std::size_t>((palette & 3) * 4)]));

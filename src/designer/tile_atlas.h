@@ -30,6 +30,9 @@ inline AtlasPoint AtlasPosition(int bank, int palette, int tile)
 // Copies tile `tile` of `bank` under `palette` from an atlas laid out as above to `target`, scaled to its size.
 void CopyAtlasTile(Surface& destination, PixelRect target, const Surface& atlas, int bank, int palette, int tile);
 
+// Where a sprite's tile stands in the atlas, read mirrored as its flip bits say.
+SourceArea SpriteAtlasArea(int bank, int palette, int tile, std::uint8_t flip);
+
 // The colour that stands for a sprite's transparent pixels under `palette`: its entry 0.
 Pixel SpriteTransparentColor(const PaletteBytes& spritePalette, int palette);
 

@@ -32,6 +32,7 @@ struct TileEntry {
     std::uint8_t reserved = 0;
 
     bool isSelected() const { return (flags & kSelected) != 0; }
+    void setSelected(bool selected) { flags = selected ? flags | kSelected : flags & ~kSelected; }
     TileEntry withId(std::int32_t newId) const
     {
         TileEntry numbered = *this;
