@@ -36,11 +36,7 @@ void DrawFullCanvas(benchmark::State& state)
 {
     DesignDocument design = fullDesign();
     DesignEditor editor(design);
-    QStringList names;
-    for (int i = 1; i <= 40; ++i)
-        names << QStringLiteral("%1. A GAME WITH A LONG NAME").arg(i);
-    editor.SetCaption(DefaultCaption(names.size()));
-    editor.SetList(names, 20, false);
+    bench::showLongSampleList(editor);
     editor.SetShowPageNumber(true);
     editor.beginEditing();
     editor.BigCursor = static_cast<std::uint8_t>(state.range(0));

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "designer/design_editor.h"
 #include "designer/document.h"
+
+#include <QStringList>
 
 namespace zunbrix::bench {
 
@@ -20,6 +23,16 @@ inline void fillScreen(DesignDocument& design)
         sprite.y = 1 + i * 3;
         design.SpriteTileList.push_back(sprite);
     }
+}
+
+// A caption and 40 long sample lines, 20 a page.
+inline void showLongSampleList(DesignEditor& editor)
+{
+    QStringList names;
+    for (int i = 1; i <= 40; ++i)
+        names << QStringLiteral("%1. A GAME WITH A LONG NAME").arg(i);
+    editor.SetCaption(DefaultCaption(names.size()));
+    editor.SetList(names, 20, false);
 }
 
 } // namespace zunbrix::bench

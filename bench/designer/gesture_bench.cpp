@@ -48,11 +48,7 @@ void DragWithTheCanvasThreadDrawing(benchmark::State& state)
     std::ranges::copy(MenuChr(), design.ChrData.begin());
     bench::fillScreen(design);
     DesignEditor editor(design);
-    QStringList names;
-    for (int i = 1; i <= 40; ++i)
-        names << QStringLiteral("%1. A GAME WITH A LONG NAME").arg(i);
-    editor.SetCaption(DefaultCaption(names.size()));
-    editor.SetList(names, 20, false);
+    bench::showLongSampleList(editor);
     editor.beginEditing();
     editor.DrawLine = true;
     TileAtlas atlas;

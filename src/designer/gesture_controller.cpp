@@ -298,19 +298,22 @@ bool GestureController::pressTargetChars(Position point)
 
 bool GestureController::pressBkgPixels(Position point)
 {
-    if (!paintPixel(kBkgBank, point))
-        return false;
-    dragMode_ = DragMode::BkgPixels;
-    editor_.PaletteFocus = false;
-    return true;
+    return pressTileEditor(kBkgBank, point);
 }
 
 bool GestureController::pressSpritePixels(Position point)
 {
-    if (!paintPixel(kSpriteBank, point))
+    return pressTileEditor(kSpriteBank, point);
+}
+
+// A zoomed tile paints a pixel, and the palette of its bank gets the focus.
+bool GestureController::pressTileEditor(int bank, Position point)
+{
+    if (!paintPixel(bank, point))
         return false;
-    dragMode_ = DragMode::SpritePixels;
-    editor_.PaletteFocus = true;
+    const bool sprites = bank == kSpriteBank;
+    dragMode_ = sprites ? DragMode::SpritePixels : DragMode::BkgPixels;
+    editor_.PaletteFocus = sprites;
     return true;
 }
 

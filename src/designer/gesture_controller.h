@@ -87,6 +87,7 @@ private:
     bool pressSpChrView(Position point);
     bool pressElsewhere(Position point);
 
+    bool pressTileEditor(int bank, Position point);
     bool paintPixel(int bank, Position point);
     void walkSourceChars(Position cell);
     void setStampCell(Position cell);

@@ -6,19 +6,7 @@
 using namespace zunbrix;
 using namespace zunbrix::testing;
 
-namespace {
-
-class GestureDragTest : public GestureFixture {
-protected:
-    GestureDragTest()
-    {
-        document_.ArrowTile = entry(40, 50, 31);
-        editor_.DragText = true;
-    }
-
-};
-
-} // namespace
+using GestureDragTest = CanvasItemsFixture;
 
 TEST_F(GestureDragTest, TheCaptionMovesByCellsAndStaysOnTheScreen)
 {

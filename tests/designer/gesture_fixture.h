@@ -84,4 +84,15 @@ protected:
     GestureController controller_{editor_, atlas_, host_, [this] { return now_; }};
 };
 
+// With "Drag text" on, so that presses take up what lies on the canvas, and the small cursor at (40, 50): its
+// block on the canvas is (80, 100) to (95, 115).
+class CanvasItemsFixture : public GestureFixture {
+protected:
+    CanvasItemsFixture()
+    {
+        document_.ArrowTile = entry(40, 50, 31);
+        editor_.DragText = true;
+    }
+};
+
 } // namespace zunbrix::testing

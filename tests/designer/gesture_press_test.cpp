@@ -6,18 +6,7 @@
 using namespace zunbrix;
 using namespace zunbrix::testing;
 
-namespace {
-
-class GesturePressTest : public GestureFixture {
-protected:
-    GesturePressTest()
-    {
-        document_.ArrowTile = entry(40, 50, 31);
-        editor_.DragText = true;
-    }
-};
-
-} // namespace
+using GesturePressTest = CanvasItemsFixture;
 
 // Cursor, sprite, caption, custom text and placed tile all on one spot: each press takes the first of them in
 // the fixed order, and with that one gone the next.
