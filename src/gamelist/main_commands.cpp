@@ -130,6 +130,17 @@ constexpr std::array kMenu = std::to_array<MenuItem>({
     {1, 0, command::RomInfo},
 });
 
+constexpr std::array kListButtons = std::to_array<ListButton>({
+    {1002, 124}, // Move up
+    {1003, 125}, // Move down
+    {1004, 126}, // Move top
+    {1005, 127}, // Move bottom
+    {1010, 128}, // Select all
+    {1011, 129}, // Select inverse
+    {1006, 130}, // Remove
+    {1007, 131}, // Clear
+});
+
 constexpr std::array kShortMenu = {command::Open, command::Load, command::Save, command::Topmost, command::Exit};
 
 } // namespace
@@ -149,6 +160,11 @@ const MainCommand* FindMainCommand(int id)
 std::span<const MenuItem> MainMenu()
 {
     return kMenu;
+}
+
+std::span<const ListButton> ListButtons()
+{
+    return kListButtons;
 }
 
 std::span<const int> ShortMenu()

@@ -94,6 +94,13 @@ struct MenuItem {
 };
 std::span<const MenuItem> MainMenu();
 
+// The eight buttons at the right of the list, top to bottom: control id and numbered text.
+struct ListButton {
+    int id;
+    int textId;
+};
+std::span<const ListButton> ListButtons();
+
 // The short menu of the right mouse button and the tray icon: the first three of File, the first of Settings,
 // then the fourth of File.
 std::span<const int> ShortMenu();
