@@ -131,14 +131,14 @@ constexpr std::array kMenu = std::to_array<MenuItem>({
 });
 
 constexpr std::array kListButtons = std::to_array<ListButton>({
-    {1002, 124}, // Move up
-    {1003, 125}, // Move down
-    {1004, 126}, // Move top
-    {1005, 127}, // Move bottom
-    {1010, 128}, // Select all
-    {1011, 129}, // Select inverse
-    {1006, 130}, // Remove
-    {1007, 131}, // Clear
+    {listButton::MoveUp, 124},
+    {listButton::MoveDown, 125},
+    {listButton::MoveTop, 126},
+    {listButton::MoveBottom, 127},
+    {listButton::SelectAll, 128},
+    {listButton::SelectInverse, 129},
+    {listButton::Remove, 130},
+    {listButton::Clear, 131},
 });
 
 constexpr std::array kShortMenu = {command::Open, command::Load, command::Save, command::Topmost, command::Exit};

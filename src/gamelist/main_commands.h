@@ -56,6 +56,18 @@ inline constexpr int Update = 40027;
 inline constexpr int RomInfo = 40096;
 } // namespace command
 
+// The control ids of the eight buttons beside the list.
+namespace listButton {
+inline constexpr int MoveUp = 1002;
+inline constexpr int MoveDown = 1003;
+inline constexpr int MoveTop = 1004;
+inline constexpr int MoveBottom = 1005;
+inline constexpr int Remove = 1006;
+inline constexpr int Clear = 1007;
+inline constexpr int SelectAll = 1010;
+inline constexpr int SelectInverse = 1011;
+} // namespace listButton
+
 // How a command keeps its state: an action only runs; a toggle inverts its check mark; a radio checks itself
 // and clears the others of its group.
 enum class CommandKind { Action, Toggle, Radio };
