@@ -3,6 +3,7 @@
 #include "frame/registry_store.h"
 #include "gamelist/main_commands.h"
 #include "gamelist/main_settings.h"
+#include "menu/menu_list_look.h"
 
 #include <initializer_list>
 #include <utility>
@@ -150,9 +151,33 @@ bool MainCommandState::checked(int id) const
     return checked_.contains(id);
 }
 
+std::optional<BuildOptions> MainCommandState::lookAfter(int id) const
+{
+    const MainCommand* row = FindMainCommand(id);
+    if (row == nullptr)
+        return std::nullopt;
+    BuildOptions after = options_;
+    if (row->group == CommandGroup::Style)
+        after.showStyle = row->value;
+    else if (row->group == CommandGroup::PageSize)
+        after.pageSize = row->value;
+    else if (id == command::NameInsertRow)
+        after.nameInsertRow = !checked(id);
+    else if (id == command::CustomEnable)
+        after.customEnable = !checked(id);
+    else
+        return std::nullopt;
+    return after;
+}
+
 bool MainCommandState::enabled(int id) const
 {
-    return id != command::NumberFill || fillEnabled_;
+    if (id == command::NumberFill)
+        return fillEnabled_;
+    const std::optional<BuildOptions> after = lookAfter(id);
+    return !after || after->externMenuEnable ||
+           canDrawList({after->showStyle, after->pageSize, after->nameInsertRow, after->customEnable,
+                        customListAddress_});
 }
 
 } // namespace zunbrix

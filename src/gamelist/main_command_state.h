@@ -3,6 +3,8 @@
 #include "frame/string_table.h"
 #include "multicart/build_options.h"
 
+#include <cstdint>
+#include <optional>
 #include <unordered_set>
 #include <vector>
 
@@ -28,7 +30,13 @@ public:
     void run(int id, Origin origin);
 
     bool checked(int id) const;
+    // Fill numbers is greyed while numbers are off. A choice of style, page size, blank row or custom menu is
+    // greyed while it would give a page of the list that the menu can't draw; an external menu lays out its
+    // list itself, so then none is.
     bool enabled(int id) const;
+
+    // Where the designer's look starts its list (name table address of the first name), for that check.
+    void setCustomListAddress(std::uint32_t itemPpuAddr) { customListAddress_ = itemPpuAddr; }
 
     // The fields a build reads; the board is COOLBOY or MINDKIDS by the Coolboy type.
     const BuildOptions& options() const { return options_; }
@@ -37,12 +45,15 @@ public:
 
 private:
     bool* toggleField(int id);
+    // The settings as they would be after a command that changes the list's look; nothing for other commands.
+    std::optional<BuildOptions> lookAfter(int id) const;
     void setRadioField(int id, int value);
 
     BuildOptions options_;
     Language language_ = Language::English;
     bool topmost_ = false;
     bool fillEnabled_ = false;
+    std::uint32_t customListAddress_ = 0;
     std::unordered_set<int> checked_;
 };
 

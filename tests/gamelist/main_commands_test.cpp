@@ -139,3 +139,31 @@ TEST(MainCommands, UserCommandsSetMarksFieldsAndWriteAtOnce)
     EXPECT_EQ(stored("Language"), cmd::LanguageChinese);
     EXPECT_EQ(state.language(), Language::Chinese);
 }
+
+TEST(MainCommands, ChoicesThatGiveAListOffTheScreenAreGreyed)
+{
+    zunbrix::testing::PrivateSettings settings;
+    MainCommandState state = replayed(false);
+    const auto user = MainCommandState::Origin::User;
+    EXPECT_TRUE(state.enabled(cmd::NameInsertRow) && state.enabled(cmd::PageSize15) && state.enabled(cmd::PageSize20));
+    // The built-in look has 15 row addresses for names with blank rows between them.
+    state.run(cmd::NameInsertRow, user);
+    EXPECT_FALSE(state.enabled(cmd::PageSize15) || state.enabled(cmd::PageSize20));
+    EXPECT_TRUE(state.enabled(cmd::PageSize5) && state.enabled(cmd::PageSize10));
+    state.run(cmd::NameInsertRow, user);
+    state.run(cmd::PageSize20, user);
+    EXPECT_FALSE(state.enabled(cmd::NameInsertRow));
+
+    // The designer's list from row 20 leaves room for 10 names a page.
+    state.setCustomListAddress(0x2280);
+    EXPECT_FALSE(state.enabled(cmd::CustomEnable));
+    state.run(cmd::PageSize10, user);
+    EXPECT_TRUE(state.enabled(cmd::CustomEnable));
+    state.run(cmd::CustomEnable, user);
+    EXPECT_FALSE(state.enabled(cmd::PageSize15) || state.enabled(cmd::NameInsertRow));
+    EXPECT_TRUE(state.enabled(cmd::StyleWhite));
+
+    // A menu of one's own lays out its list itself.
+    state.run(cmd::ExternMenuEnable, user);
+    EXPECT_TRUE(state.enabled(cmd::PageSize20) && state.enabled(cmd::NameInsertRow));
+}
