@@ -2,7 +2,6 @@
 
 #include "frame/paths.h"
 
-#include <QRegularExpression>
 
 #include <cstdio>
 
@@ -54,14 +53,7 @@ void PrintOutput(const QString& text)
 
 void PrintMessage(int titleId, const QString& text, const std::vector<FileProblem>& problems, Language language)
 {
-    const QStringList lines = text.trimmed().split(QRegularExpression(QStringLiteral("\r?\n")));
-    QStringList shown;
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        shown.push_back(lines[i]);
-        if (std::size_t(i) < problems.size() && problems[std::size_t(i)])
-            shown.push_back(describeFileProblem(problems[std::size_t(i)], language));
-    }
-    PrintError(StringTable::Get(titleId, language) + QStringLiteral(": ") + shown.join(QLatin1Char('\n')));
+    PrintError(StringTable::Get(titleId, language) + QStringLiteral(": ") + withFileProblems(text, problems, language));
 }
 
 OutputType OutputTypeOf(const QString& path)

@@ -4,6 +4,7 @@
 #include "frame/text_ids.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 
 namespace zunbrix {
 
@@ -52,6 +53,18 @@ QString describeFileProblem(const FileProblem& problem, Language language)
         return words(text::FileWriteFailed, {problem.path, problem.systemReason});
     }
     return {};
+}
+
+QString withFileProblems(const QString& text, const std::vector<FileProblem>& problems, Language language)
+{
+    const QStringList lines = text.trimmed().split(QRegularExpression(QStringLiteral("\r?\n")));
+    QStringList shown;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        shown.push_back(lines[i]);
+        if (std::size_t(i) < problems.size() && problems[std::size_t(i)])
+            shown.push_back(describeFileProblem(problems[std::size_t(i)], language));
+    }
+    return shown.join(QStringLiteral("\r\n"));
 }
 
 } // namespace zunbrix

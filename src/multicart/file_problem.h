@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <vector>
 
 namespace zunbrix {
 
@@ -40,5 +41,9 @@ FileProblem openForReading(QFile& file, const QString& path);
 
 // "<path>: <what is wrong>" in `language`; "" for no problem.
 QString describeFileProblem(const FileProblem& problem, Language language);
+
+// A message whose line i names a file at fault, with `problems[i]` described on a line of its own below it;
+// lines end in CR LF, as the texts of the table do.
+QString withFileProblems(const QString& text, const std::vector<FileProblem>& problems, Language language);
 
 } // namespace zunbrix
