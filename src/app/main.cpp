@@ -1,12 +1,21 @@
 #include "app/main_dialog.h"
 
 #include <QApplication>
+#include <QFileInfo>
 
+// Names given on the command line (games, folders, list files, as a desktop's "open with" passes them) are
+// added to the list as a drop of them would be.
 int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zunbrix"));
-    zunbrix::CMainDialog window;
+    zunbrix::CMainDialog window(std::make_unique<zunbrix::DialogQuestions>());
     window.show();
+    // Names on the command line are meant from the current folder, where the list's own relative paths start
+    // at the program's folder.
+    QStringList names;
+    for (const QString& name : QApplication::arguments().mid(1))
+        names.push_back(QFileInfo(name).absoluteFilePath());
+    window.addFiles(names);
     return QApplication::exec();
 }

@@ -1,46 +1,116 @@
 #pragma once
 
+#include "app/window_questions.h"
 #include "gamelist/main_command_state.h"
 
 #include <QHash>
 #include <QMainWindow>
+#include <QStringList>
+#include <QThreadPool>
 #include <QVector>
+
+#include <atomic>
+#include <memory>
 
 class QAction;
 class QLabel;
 class QMenu;
 class QPushButton;
-class QTableView;
 
 namespace zunbrix {
 
+class GameList;
+class GameListView;
+struct ListChange;
+struct ListMessage;
+
 // The main window: the game list, its eight buttons, the menus built from the command table and the status
-// line. It reads its controls, calls the engine and shows what comes back.
+// line. It reads its controls, calls the engine and shows what comes back; long work runs on its workers and
+// comes back to the window's thread when done, while `busy` keeps other work out.
 class CMainDialog : public QMainWindow {
     Q_OBJECT
 public:
-    explicit CMainDialog(QWidget* parent = nullptr);
+    explicit CMainDialog(std::unique_ptr<WindowQuestions> questions, QWidget* parent = nullptr);
+    ~CMainDialog() override;
 
     Language language() const { return state_.language(); }
-    // The action of a command of the table, for the menus and for tests that drive the window.
+    const MainCommandState& settings() const { return state_; }
+    // Long work runs: commands that would touch the list or start more are refused meanwhile.
+    bool busy() const { return running_ > 0; }
+
+    // The controls, for the window's own tests and tools that drive it as a user would.
     QAction* action(int commandId) const { return actions_.value(commandId); }
     QPushButton* button(int controlId) const { return buttons_.value(controlId); }
+    GameList& list() const { return *list_; }
+    GameListView* view() const { return view_; }
+    QString statusText() const;
+
+    // Adds games, folders and list files, as a drop of them does: read off the window's thread, appended when
+    // read. Names given before the stored list has loaded wait for it.
+    void addFiles(const QStringList& names);
+
+Q_SIGNALS:
+    // A piece of long work has ended and its result is in the window.
+    void workFinished();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
+    friend class WindowBuildUser;
+
     void createActions();
     void createMenus();
     void createControls();
+    void restorePlacement();
+    void loadHistory();
+
     void runCommand(int id, MainCommandState::Origin origin);
+    void runListButton(int id);
+    void openGames();
+    void loadList();
+    void saveList();
+    void build(BoardType board);
+    void exportInformation();
+    // The build's questions, asked for its worker by WindowBuildUser.
+    std::optional<OutputChoice> chooseOutput(const QString& startFolder, OutputType startType);
+    void offerToShow(const QString& folder);
+
+    // True, after telling the user, while long work runs; for Open and Load also while the list is full.
+    bool refusedWhileBusy();
+    bool refusedForAdding();
+    MessageAnswer tell(int textId, int titleId, MessageStyle style = MessageStyle::Ok);
+    MessageAnswer tell(const QString& shown, int titleId, MessageStyle style = MessageStyle::Ok);
+    MessageAnswer tell(const ListMessage& message, MessageStyle style = MessageStyle::Ok);
+    void showChange(const ListChange& change);
+    // Runs `work` on a worker; `done` gets its result on the window's thread.
+    template <typename Work, typename Done>
+    void runInBackground(Work work, Done done);
+
     void showMarks();
     void applyTexts();
+    void updateStatus();
     QString text(int id) const;
 
+    std::unique_ptr<WindowQuestions> questions_;
     MainCommandState state_;
+    GameList* list_ = nullptr;
+    GameListView* view_ = nullptr;
     QHash<int, QAction*> actions_;
     QVector<QPair<QMenu*, int>> menus_; // each submenu with its numbered title
+    QMenu* shortMenu_ = nullptr;
     QHash<int, QPushButton*> buttons_;
-    QTableView* list_ = nullptr;
     QLabel* status_ = nullptr;
+    int skippedFiles_ = 0;   // files of the last addition that were no NES images
+    bool historyLoaded_ = false;
+    QStringList waitingFiles_; // given before the history was in
+    int running_ = 0;                    // workers whose result has not come back yet
+    std::atomic<bool> buildBusy_ = false; // the build's own flag, set by its worker
+    // Last, so that it is the first to go: its end waits for the workers, which still post to the window.
+    QThreadPool workers_;
 };
 
 } // namespace zunbrix

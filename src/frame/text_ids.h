@@ -61,6 +61,22 @@ inline constexpr int RomBeyondBoardLimit = 937;
 // The game list's own words.
 inline constexpr int FilesSkipped = 960;
 
+// The main window's own words: titles and filters of its file dialogs, and its refusals.
+inline constexpr int OpenGamesTitle = 980;
+inline constexpr int NesImagesFilter = 981;
+inline constexpr int LoadListTitle = 982;
+inline constexpr int SaveListTitle = 983;
+inline constexpr int ListFilesFilter = 984;
+inline constexpr int SaveRomTitle = 985;
+inline constexpr int NesRomFilter = 986;
+inline constexpr int UnifRomFilter = 987;
+inline constexpr int BinRomFilter = 988;
+inline constexpr int ExportFolderTitle = 989;
+inline constexpr int ListNotWritten = 990;
+inline constexpr int GameListName = 991;
+// What a build of the checked games would write for a board: the ROM's size and its games' data.
+inline constexpr int PlannedFlashUse = 992;
+
 // A crash report that an earlier run left, named on the next start.
 inline constexpr int CrashReportLeft = 1030;
 
