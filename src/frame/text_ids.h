@@ -74,7 +74,7 @@ inline constexpr int BinRomFilter = 988;
 inline constexpr int ExportFolderTitle = 989;
 inline constexpr int ListNotWritten = 990;
 inline constexpr int GameListName = 991;
-// What a build of the checked games would write for a board: the ROM's size and its games' data.
+// What a build of the checked games would write for a board: the ROM's size and the data in it.
 inline constexpr int PlannedFlashUse = 992;
 
 // A crash report that an earlier run left, named on the next start.
