@@ -1,8 +1,8 @@
-# Zunbrix: the two commands a fresh machine needs are `make demo` and `make check`.
+# Zunbrix: the commands a fresh machine needs are `make demo`, `make check` and `make gui`.
 BUILD_DIR ?= build
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build check bench demo clean
+.PHONY: all deps configure build check bench demo gui screenshots clean
 
 all: build
 
@@ -36,6 +36,18 @@ demo: build
 	@echo "  fceux demo/zunbrix-demo-mindkids.nes"
 	@echo "  fceux demo/zunbrix-demo-coolgirl.nes"
 	@echo "Up and Down choose a game, Left and Right turn the page, Start runs it; each game shows PASS or FAIL."
+
+# The desktop program with the COOLBOY demo list, on a fresh settings folder as for the demo.
+gui: build
+	@settings=$$(mktemp -d) && trap 'rm -rf "$$settings"' EXIT && \
+	ZUNBRIX_CONFIG_DIR="$$settings" $(BUILD_DIR)/bin/zunbrix-gui demo/coolboy.qvl
+
+# Pictures of the window with the demo list, in English and Chinese, for docs/.
+screenshots: build
+	@for language in en zh; do \
+	  xvfb-run -a -s "-screen 0 1280x800x24" $(BUILD_DIR)/tests/window_screenshot demo/coolboy.qvl $$language \
+	    docs/main-window-$$language.png || exit 1; \
+	done
 
 clean:
 	rm -rf $(BUILD_DIR)

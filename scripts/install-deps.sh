@@ -12,6 +12,7 @@ packages=(
   clang libclang-rt-14-dev
   cc65
   fceux xvfb xauth
+  fonts-wqy-microhei
 )
 
 missing=()
