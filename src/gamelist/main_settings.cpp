@@ -1,6 +1,7 @@
 #include "gamelist/main_settings.h"
 
 #include "frame/registry_store.h"
+#include "gamelist/small_dialog_settings.h"
 
 #include <QLocale>
 
@@ -56,17 +57,17 @@ BuildOptions ReadBuildOptions()
     options.nameInsertRow = readFlag(kMainSettingsKey, "NameInsertRow");
     options.customEnable = readFlag(kMainSettingsKey, "CustomEnable");
     options.externMenuEnable = readFlag(kMainSettingsKey, "ExternMenuEnable");
-    RegistryStore::GetString(QLatin1String(kMainSettingsKey), QStringLiteral("ExternMenuPath"),
-                             options.externMenuPath);
+    options.externMenuPath = ReadExternMenuPath();
     return options;
 }
 
 ExportSettings ReadExportSettings()
 {
     constexpr int kMenuBanksByChoice[] = {8, 16, 32};
+    const ExportChoice choice = ReadExportChoice();
     ExportSettings settings;
-    settings.romType = ReadSettingInt(kMainSettingsKey, "ExportRomType", 0) == 1 ? 1 : 0;
-    settings.menuBanks = kMenuBanksByChoice[readChoice("ExportPrgSize", {0, 1, 2}, 0)];
+    settings.romType = choice.romType;
+    settings.menuBanks = kMenuBanksByChoice[choice.prgSize];
     return settings;
 }
 
