@@ -31,8 +31,10 @@ CAboutDialog::CAboutDialog(Language language, QWidget* parent)
     link_->setOpenExternalLinks(false);
     confirm_ = new QPushButton(this);
     confirm_->setDefault(true);
+    setMinimumWidth(300);
 
     auto* layout = new QVBoxLayout(this);
+    layout->setSpacing(10);
     layout->addWidget(version_);
     layout->addWidget(link_);
     layout->addWidget(confirm_, 0, Qt::AlignRight);
