@@ -80,4 +80,21 @@ inline constexpr int PlannedFlashUse = 992;
 // A crash report that an earlier run left, named on the next start.
 inline constexpr int CrashReportLeft = 1030;
 
+// Find and replace: its dialog's words, and the refusals of a request before any name is touched.
+inline constexpr int FindReplaceTitle = 201;
+inline constexpr int SearchLabel = 203;
+inline constexpr int ReplaceLabel = 204;
+inline constexpr int PlainSearch = 205;
+inline constexpr int ReplaceAllButton = 206;
+inline constexpr int SearchModeGroup = 207;
+inline constexpr int RegexSearch = 208;
+inline constexpr int FindNextButton = 209;
+inline constexpr int ReplaceButton = 210;
+inline constexpr int OnlyCheckedRows = 211;
+inline constexpr int SearchPatternUnusable = 1035;
+inline constexpr int SearchTextEmpty = 1036;
+inline constexpr int ReplacementHoldsSearch = 1037;
+inline constexpr int ReplacementGrowsName = 1038;
+inline constexpr int ReplaceAllNotUndoable = 1039;
+
 } // namespace zunbrix::text

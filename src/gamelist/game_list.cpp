@@ -146,6 +146,21 @@ bool GameList::setData(const QModelIndex& index, const QVariant& value, int role
     return false;
 }
 
+void GameList::setNames(const std::vector<RowName>& names)
+{
+    int first = rowCount();
+    int last = -1;
+    for (const RowName& change : names) {
+        if (change.row < 0 || change.row >= rowCount())
+            continue;
+        entries_[static_cast<std::size_t>(change.row)].name = change.name;
+        first = std::min(first, change.row);
+        last = std::max(last, change.row);
+    }
+    if (first <= last)
+        Q_EMIT dataChanged(index(first, kNameColumn), index(last, kNameColumn));
+}
+
 int GameList::checkedCount() const
 {
     return static_cast<int>(

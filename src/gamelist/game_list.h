@@ -48,6 +48,12 @@ enum class ListMove { Up, Down, Top, Bottom };
 // What a double click leaves to the window once the list has done its part.
 enum class DoubleClickAction { None, EditCell, OpenFile, ShowFileInFolder };
 
+// A row's new name, for changing many names in one go.
+struct RowName {
+    int row = 0;
+    QString name;
+};
+
 // The keys that end an in-place edit of a name or remark. Each keeps the text typed, Escape too.
 bool EndsInPlaceEdit(int key);
 
@@ -85,6 +91,9 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     // Sets the check mark, or the name or remark cut to kEditTextLimit; an edit of a row that has gone is lost.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+    // Sets the names of many rows at once, uncut, and tells views once. Rows that have gone are left out.
+    void setNames(const std::vector<RowName>& names);
 
     int checkedCount() const;
     // The status line: "Selected: %d item(s) All: %d item(s)".
