@@ -15,6 +15,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 using namespace zunbrix;
 using zunbrix::testing::appendNamedRows;
 using zunbrix::testing::namesOf;
@@ -23,17 +25,27 @@ namespace {
 
 const QString kKey = QStringLiteral("Software\\Zunbrix");
 
-class RenameDialogTest : public ::testing::Test {
-protected:
-    static void SetUpTestSuite()
+// One application for all tests, ended before the program's own statics go.
+class OffscreenApplication : public ::testing::Environment {
+public:
+    void SetUp() override
     {
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int argc = 1;
-        static char name[] = "rename_dialog_test";
-        static char* argv[] = {name, nullptr};
-        static QApplication application(argc, argv);
+        application_ = std::make_unique<QApplication>(argc_, argv_);
     }
+    void TearDown() override { application_.reset(); }
 
+private:
+    int argc_ = 1;
+    char name_[19] = "rename_dialog_test";
+    char* argv_[2] = {name_, nullptr};
+    std::unique_ptr<QApplication> application_;
+};
+
+const auto* const kApplication = ::testing::AddGlobalTestEnvironment(new OffscreenApplication);
+
+class RenameDialogTest : public ::testing::Test {
+protected:
     void SetUp() override
     {
         view.setModel(&list);
