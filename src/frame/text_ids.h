@@ -97,4 +97,9 @@ inline constexpr int ReplacementHoldsSearch = 1037;
 inline constexpr int ReplacementGrowsName = 1038;
 inline constexpr int ReplaceAllNotUndoable = 1039;
 
+// The menu designer's window.
+inline constexpr int DesignerTitle = 222;
+inline constexpr int UndoButton = 294;
+inline constexpr int RedoButton = 295;
+
 } // namespace zunbrix::text

@@ -1,0 +1,288 @@
+#include "app/design_dialog.h"
+
+#include "designer/design_persistence.h"
+#include "designer/document_commands.h"
+#include "designer/undo_history.h"
+#include "designer/views.h"
+#include "frame/text_ids.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QShortcut>
+#include <QStyleHints>
+
+namespace zunbrix {
+
+namespace {
+
+Position clientPoint(const QMouseEvent* event)
+{
+    const QPoint point = event->position().toPoint();
+    return {point.x(), point.y()};
+}
+
+} // namespace
+
+bool CDesignDialog::Host::shiftHeld() const
+{
+    return QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ShiftModifier);
+}
+
+bool CDesignDialog::Host::ctrlHeld() const
+{
+    return QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ControlModifier);
+}
+
+CDesignDialog::CDesignDialog(DesignDocument& document, Language language, QWidget* parent)
+    : QDialog(parent),
+      language_(language),
+      editor_(document),
+      controller_(editor_, atlas_, host_),
+      canvasThread_([this](const CanvasScene& scene, Surface& work) { renderer_.draw(scene, work); },
+                    [this] { Q_EMIT canvasHandedOver(); })
+{
+    setFixedSize(kDesignClientWidth, kDesignClientHeight);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+
+    for (const ViewPlace& place : kViewPlaces) {
+        const auto index = static_cast<std::size_t>(place.view);
+        DesignPicture::Source source = [this, index](const auto& show) { show(views_[index]); };
+        if (place.view == DesignView::NameTableView)
+            source = [this](const auto& show) { canvasThread_.withDisplay(show); };
+        auto* picture = new DesignPicture(std::move(source), this);
+        picture->setGeometry(place.left, place.top, place.width, place.height);
+        pictures_[index] = picture;
+    }
+    // Queued: the canvas thread must not touch the widget.
+    connect(this, &CDesignDialog::canvasHandedOver, picture(DesignView::NameTableView),
+            qOverload<>(&QWidget::update), Qt::QueuedConnection);
+
+    preview_ = new DesignPicture([this](const auto& show) { show(controller_.preview().picture); }, this,
+                                 Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput);
+    preview_->setAttribute(Qt::WA_ShowWithoutActivating);
+
+    // Beneath the canvas, where the window has room; they leave the keyboard to the window.
+    undoButton_ = new QPushButton(this);
+    redoButton_ = new QPushButton(this);
+    const ViewPlace& canvas = viewPlace(DesignView::NameTableView);
+    undoButton_->setGeometry(canvas.left, canvas.top + canvas.height + 16, 96, 28);
+    redoButton_->setGeometry(canvas.left + 104, canvas.top + canvas.height + 16, 96, 28);
+    for (QPushButton* button : {undoButton_, redoButton_})
+        button->setFocusPolicy(Qt::NoFocus);
+    connect(undoButton_, &QPushButton::clicked, this, &CDesignDialog::undo);
+    connect(redoButton_, &QPushButton::clicked, this, &CDesignDialog::redo);
+    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z), this), &QShortcut::activated, this, &CDesignDialog::undo);
+    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y), this), &QShortcut::activated, this, &CDesignDialog::redo);
+
+    setLanguage(language);
+    updateUndoButtons();
+}
+
+CDesignDialog::~CDesignDialog()
+{
+    canvasThread_.stop();
+}
+
+bool CDesignDialog::openDesign()
+{
+    const bool loaded = OpenDesigner(editor_);
+    fontAtlas_ = BuildFontAtlas(editor_.document().DefaultChr);
+    redrawEverything();
+    return loaded;
+}
+
+void CDesignDialog::setLanguage(Language language)
+{
+    language_ = language;
+    setWindowTitle(StringTable::Get(text::DesignerTitle, language));
+    undoButton_->setText(StringTable::Get(text::UndoButton, language));
+    redoButton_->setText(StringTable::Get(text::RedoButton, language));
+}
+
+void CDesignDialog::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) {
+        if (!secondPressOfDoubleClick(event))
+            apply(controller_.buttonDown(clientPoint(event)));
+    } else if (event->button() == Qt::MiddleButton)
+        apply(controller_.middleButtonDown());
+}
+
+void CDesignDialog::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        apply(controller_.doubleClick(clientPoint(event)));
+}
+
+void CDesignDialog::mouseMoveEvent(QMouseEvent* event)
+{
+    apply(controller_.pointerMove(clientPoint(event)));
+}
+
+void CDesignDialog::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        apply(controller_.buttonUp(clientPoint(event)));
+}
+
+void CDesignDialog::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        close();
+        return;
+    case Qt::Key_Delete:
+        DeleteSelection(editor_);
+        redrawEverything();
+        return;
+    case Qt::Key_Shift:
+        controller_.shiftKeyDown();
+        return;
+    default:
+        QDialog::keyPressEvent(event);
+    }
+}
+
+void CDesignDialog::keyReleaseEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Shift && !event->isAutoRepeat())
+        apply(controller_.shiftKeyUp());
+    else
+        QDialog::keyReleaseEvent(event);
+}
+
+void CDesignDialog::closeEvent(QCloseEvent* event)
+{
+    if (!saved_) {
+        saved_ = true;
+        preview_->hide();
+        // The canvas thread reads nothing of the document, but it must not outlive the window's last picture.
+        canvasThread_.stop();
+        CloseDesigner(editor_);
+    }
+    QDialog::closeEvent(event);
+}
+
+bool CDesignDialog::secondPressOfDoubleClick(const QMouseEvent* event)
+{
+    const QStyleHints* hints = QGuiApplication::styleHints();
+    const QPoint point = event->position().toPoint();
+    const bool second = firstPress_ && event->timestamp() - firstPressTime_ < quint64(hints->mouseDoubleClickInterval())
+                        && (point - *firstPress_).manhattanLength() <= hints->mouseDoubleClickDistance();
+    // A third press starts afresh.
+    firstPress_ = second ? std::nullopt : std::optional(point);
+    firstPressTime_ = event->timestamp();
+    return second;
+}
+
+void CDesignDialog::apply(const GestureResult& result)
+{
+    redraw(result.redraw);
+    requestCanvas();
+    showPreview();
+    updateUndoButtons();
+}
+
+void CDesignDialog::redraw(ViewSet views)
+{
+    for (const ViewPlace& place : kViewPlaces) {
+        if (views.contains(place.view) && place.view != DesignView::NameTableView)
+            refreshView(place.view);
+    }
+}
+
+void CDesignDialog::refreshView(DesignView view)
+{
+    Surface& surface = views_[static_cast<std::size_t>(view)];
+    const GestureMarks& marks = controller_.marks();
+    switch (view) {
+    case DesignView::TargetCharRow:
+        RefreshTargetCharRow(surface, editor_, fontAtlas_);
+        break;
+    case DesignView::SourceCharRow:
+        RefreshSourceCharRow(surface, editor_, atlas_);
+        break;
+    case DesignView::NameTableView:
+        return;
+    case DesignView::BgChrView:
+        RefreshBgChrView(surface, editor_, marks, atlas_);
+        break;
+    case DesignView::SpChrView:
+        RefreshSpChrView(surface, editor_, marks, atlas_);
+        break;
+    case DesignView::BgTileEditor:
+        RefreshBgTileEditor(surface, editor_, atlas_);
+        break;
+    case DesignView::SpTileEditor:
+        RefreshSpTileEditor(surface, editor_, atlas_);
+        break;
+    case DesignView::AttrView:
+        RefreshAttrView(surface, editor_);
+        break;
+    case DesignView::BgPaletteView:
+        RefreshBgPaletteView(surface, editor_);
+        break;
+    case DesignView::SpPaletteView:
+        RefreshSpPaletteView(surface, editor_);
+        break;
+    case DesignView::MasterPaletteView:
+        RefreshMasterPaletteView(surface, editor_);
+        break;
+    }
+    picture(view)->update();
+}
+
+void CDesignDialog::requestCanvas()
+{
+    canvasThread_.RequestCanvas(CaptureCanvasScene(editor_, controller_.marks(), atlas_));
+}
+
+void CDesignDialog::showPreview()
+{
+    const DragPreview& preview = controller_.preview();
+    if (!preview.visible) {
+        preview_->hide();
+        return;
+    }
+    preview_->setGeometry(QRect(mapToGlobal(QPoint(preview.place.x, preview.place.y)),
+                                QSize(preview.picture.width(), preview.picture.height())));
+    preview_->show();
+    preview_->update();
+}
+
+void CDesignDialog::redrawEverything()
+{
+    atlas_.RebuildAtlas(editor_.document(), 0, 4, 0, 4);
+    GestureResult everything;
+    everything.redraw = ViewSet::all();
+    apply(everything);
+}
+
+void CDesignDialog::undo()
+{
+    const DesignResult result = Undo(editor_);
+    if (!result.ok())
+        QMessageBox::warning(this, StringTable::Get(text::TitleError, language_), result.message());
+    redrawEverything();
+}
+
+void CDesignDialog::redo()
+{
+    const DesignResult result = Redo(editor_);
+    if (!result.ok())
+        QMessageBox::warning(this, StringTable::Get(text::TitleError, language_), result.message());
+    redrawEverything();
+}
+
+void CDesignDialog::updateUndoButtons()
+{
+    undoButton_->setEnabled(editor_.history.undoEnabled);
+    redoButton_->setEnabled(editor_.history.redoEnabled);
+}
+
+} // namespace zunbrix
