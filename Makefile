@@ -42,11 +42,13 @@ gui: build
 	@settings=$$(mktemp -d) && trap 'rm -rf "$$settings"' EXIT && \
 	ZUNBRIX_CONFIG_DIR="$$settings" $(BUILD_DIR)/bin/zunbrix-gui demo/coolboy.qvl
 
-# Pictures of the window with the demo list, in English and Chinese, for docs/.
+# Pictures of the main window with the demo list and of the designer, in English and Chinese, for docs/.
 screenshots: build
 	@for language in en zh; do \
 	  xvfb-run -a -s "-screen 0 1280x800x24" $(BUILD_DIR)/tests/window_screenshot demo/coolboy.qvl $$language \
 	    docs/main-window-$$language.png || exit 1; \
+	  xvfb-run -a -s "-screen 0 1280x1024x24" $(BUILD_DIR)/tests/design_screenshot $$language \
+	    docs/designer-$$language.png || exit 1; \
 	done
 
 clean:

@@ -9,6 +9,7 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -18,6 +19,25 @@
 namespace zunbrix {
 
 namespace {
+
+// The captions above the pictures; one stands over both tile banks.
+struct PictureLabel {
+    DesignView view;
+    int text;
+    int width;
+};
+
+constexpr PictureLabel kPictureLabels[] = {
+    {DesignView::TargetCharRow, text::TargetLabel, 200},
+    {DesignView::SourceCharRow, text::SourceLabel, 200},
+    {DesignView::NameTableView, text::NameTableLabel, 200},
+    {DesignView::BgChrView, text::ChrLabel, 400},
+    {DesignView::AttrView, text::ColorAttributeLabel, 140},
+    {DesignView::BgPaletteView, text::BkgPaletteLabel, 256},
+    {DesignView::SpPaletteView, text::SpritePaletteLabel, 256},
+    {DesignView::MasterPaletteView, text::PaletteLabel, 256},
+};
+constexpr int kLabelHeight = 18;
 
 Position clientPoint(const QMouseEvent* event)
 {
@@ -57,6 +77,12 @@ CDesignDialog::CDesignDialog(DesignDocument& document, Language language, QWidge
         auto* picture = new DesignPicture(std::move(source), this);
         picture->setGeometry(place.left, place.top, place.width, place.height);
         pictures_[index] = picture;
+    }
+    for (const PictureLabel& caption : kPictureLabels) {
+        const ViewPlace& place = viewPlace(caption.view);
+        auto* label = new QLabel(this);
+        label->setGeometry(place.left, place.top - kLabelHeight - 2, caption.width, kLabelHeight);
+        labels_.emplace_back(label, caption.text);
     }
     // Queued: the canvas thread must not touch the widget.
     connect(this, &CDesignDialog::canvasHandedOver, picture(DesignView::NameTableView),
@@ -102,6 +128,8 @@ void CDesignDialog::setLanguage(Language language)
     setWindowTitle(StringTable::Get(text::DesignerTitle, language));
     undoButton_->setText(StringTable::Get(text::UndoButton, language));
     redoButton_->setText(StringTable::Get(text::RedoButton, language));
+    for (const auto& [label, number] : labels_)
+        label->setText(StringTable::Get(number, language));
 }
 
 void CDesignDialog::mousePressEvent(QMouseEvent* event)

@@ -17,7 +17,10 @@
 
 #include <array>
 #include <optional>
+#include <utility>
+#include <vector>
 
+class QLabel;
 class QPushButton;
 
 namespace zunbrix {
@@ -37,6 +40,7 @@ public:
 
     // The picture showing `view`, for the tests and the screenshots.
     QWidget* picture(DesignView view) const { return pictures_[static_cast<std::size_t>(view)]; }
+    QWidget* dragPreview() const { return preview_; }
     QPushButton* undoButton() const { return undoButton_; }
     QPushButton* redoButton() const { return redoButton_; }
 
@@ -85,6 +89,7 @@ private:
     GestureController controller_;
     std::array<Surface, kViewPlaces.size()> views_;
     std::array<DesignPicture*, kViewPlaces.size()> pictures_{};
+    std::vector<std::pair<QLabel*, int>> labels_; // with the number of its text
     DesignPicture* preview_ = nullptr;
     QPushButton* undoButton_ = nullptr;
     QPushButton* redoButton_ = nullptr;

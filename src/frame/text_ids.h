@@ -101,5 +101,13 @@ inline constexpr int ReplaceAllNotUndoable = 1039;
 inline constexpr int DesignerTitle = 222;
 inline constexpr int UndoButton = 294;
 inline constexpr int RedoButton = 295;
+inline constexpr int NameTableLabel = 227;
+inline constexpr int ColorAttributeLabel = 228;
+inline constexpr int BkgPaletteLabel = 229;
+inline constexpr int SpritePaletteLabel = 230;
+inline constexpr int PaletteLabel = 231;
+inline constexpr int ChrLabel = 233;
+inline constexpr int TargetLabel = 297;
+inline constexpr int SourceLabel = 298;
 
 } // namespace zunbrix::text

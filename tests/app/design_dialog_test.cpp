@@ -6,6 +6,7 @@
 #include "support/private_settings.h"
 
 #include <QImage>
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 
@@ -53,8 +54,13 @@ protected:
     {
         QTest::mousePress(&dialog_, Qt::LeftButton, {}, cellOf(DesignView::BgChrView, 1, 2));
         QTest::mouseMove(&dialog_, cellOf(DesignView::NameTableView, 8, 8));
+        // The tile follows the pointer in a popup that leaves the focus where it was.
+        EXPECT_TRUE(dialog_.dragPreview()->isVisible());
+        EXPECT_EQ(dialog_.dragPreview()->size(), QSize(18, 18));
+        EXPECT_TRUE(dialog_.isActiveWindow());
         QTest::mouseMove(&dialog_, cellOf(DesignView::NameTableView, 10, 12));
         QTest::mouseRelease(&dialog_, Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 10, 12));
+        EXPECT_FALSE(dialog_.dragPreview()->isVisible());
     }
     QImage canvas() const { return dialog_.picture(DesignView::NameTableView)->grab().toImage(); }
     const TileList& placedTiles() const { return document_.BkgTileList; }
@@ -155,9 +161,18 @@ TEST_F(DesignDialogTest, LanguageSwitchRetitlesTheWindow)
 {
     EXPECT_EQ(dialog_.windowTitle(), QStringLiteral("Custom menu"));
     EXPECT_EQ(dialog_.undoButton()->text(), QStringLiteral("Undo"));
+    const auto labels = [&] {
+        QStringList texts;
+        for (const QLabel* label : dialog_.findChildren<QLabel*>())
+            texts << label->text();
+        return texts;
+    };
+    EXPECT_TRUE(labels().contains(QStringLiteral("Background palette")));
     dialog_.setLanguage(Language::Chinese);
     EXPECT_EQ(dialog_.windowTitle(), QStringLiteral("自定义菜单"));
     EXPECT_EQ(dialog_.redoButton()->text(), QStringLiteral("重做"));
+    EXPECT_TRUE(labels().contains(QStringLiteral("背景调色板")));
+    EXPECT_FALSE(labels().contains(QStringLiteral("Background palette")));
 }
 
 } // namespace
