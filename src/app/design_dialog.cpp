@@ -6,6 +6,7 @@
 #include "designer/views.h"
 #include "frame/text_ids.h"
 
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -14,6 +15,7 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QShortcut>
+#include <QSignalBlocker>
 #include <QStyleHints>
 
 namespace zunbrix {
@@ -38,6 +40,18 @@ constexpr PictureLabel kPictureLabels[] = {
     {DesignView::MasterPaletteView, text::PaletteLabel, 256},
 };
 constexpr int kLabelHeight = 18;
+
+// Check boxes that set a flag of the window's own and redraw; they make no undo step.
+struct FlagBox {
+    int text;
+    bool DesignEditor::* flag;
+};
+
+constexpr FlagBox kFlagBoxes[] = {
+    {text::FillColorCheck, &DesignEditor::FillColor},   {text::DrawLineCheck, &DesignEditor::DrawLine},
+    {text::DragTextCheck, &DesignEditor::DragText},     {text::MarkCursorCheck, &DesignEditor::MarkCursor},
+    {text::QuickActionCheck, &DesignEditor::QuickStamp},
+};
 
 Position clientPoint(const QMouseEvent* event)
 {
@@ -105,8 +119,62 @@ CDesignDialog::CDesignDialog(DesignDocument& document, Language language, QWidge
     connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z), this), &QShortcut::activated, this, &CDesignDialog::undo);
     connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y), this), &QShortcut::activated, this, &CDesignDialog::redo);
 
+    addCheckBoxes();
     setLanguage(language);
     updateUndoButtons();
+}
+
+// Two columns beneath the undo buttons.
+void CDesignDialog::addCheckBoxes()
+{
+    const ViewPlace& canvas = viewPlace(DesignView::NameTableView);
+    const auto add = [this, &canvas](int text) {
+        const auto index = static_cast<int>(checkBoxes_.size());
+        auto* box = new QCheckBox(this);
+        box->setFocusPolicy(Qt::NoFocus);
+        box->setGeometry(canvas.left + (index % 2) * 256, canvas.top + canvas.height + 60 + (index / 2) * 26, 248, 22);
+        checkBoxes_.emplace_back(box, text);
+        return box;
+    };
+    for (const FlagBox& flagBox : kFlagBoxes) {
+        QCheckBox* box = add(flagBox.text);
+        flagBoxes_.emplace_back(box, flagBox.flag);
+        connect(box, &QCheckBox::toggled, this, [this, flag = flagBox.flag](bool on) {
+            editor_.*flag = on;
+            redrawEverything();
+        });
+    }
+    bigCursorBox_ = add(text::BigCursorCheck);
+    connect(bigCursorBox_, &QCheckBox::toggled, this, [this](bool on) {
+        SetBigCursor(editor_, on);
+        redrawEverything();
+    });
+    bigSpriteBox_ = add(text::BigSpriteCheck);
+    connect(bigSpriteBox_, &QCheckBox::toggled, this, [this](bool on) {
+        SetBigSprite(editor_, on);
+        redrawEverything();
+    });
+}
+
+QCheckBox* CDesignDialog::checkBox(int text) const
+{
+    for (const auto& [box, number] : checkBoxes_) {
+        if (number == text)
+            return box;
+    }
+    return nullptr;
+}
+
+void CDesignDialog::showChecks()
+{
+    for (const auto& [box, flag] : flagBoxes_) {
+        const QSignalBlocker quiet(box);
+        box->setChecked(editor_.*flag);
+    }
+    const QSignalBlocker quietCursor(bigCursorBox_);
+    bigCursorBox_->setChecked(editor_.BigCursor != 0);
+    const QSignalBlocker quietSprite(bigSpriteBox_);
+    bigSpriteBox_->setChecked(editor_.document().BigSprite != 0);
 }
 
 CDesignDialog::~CDesignDialog()
@@ -130,6 +198,8 @@ void CDesignDialog::setLanguage(Language language)
     redoButton_->setText(StringTable::Get(text::RedoButton, language));
     for (const auto& [label, number] : labels_)
         label->setText(StringTable::Get(number, language));
+    for (const auto& [box, number] : checkBoxes_)
+        box->setText(StringTable::Get(number, language));
 }
 
 void CDesignDialog::mousePressEvent(QMouseEvent* event)
@@ -213,6 +283,7 @@ void CDesignDialog::apply(const GestureResult& result)
     redraw(result.redraw);
     requestCanvas();
     showPreview();
+    showChecks();
     updateUndoButtons();
 }
 
@@ -286,9 +357,7 @@ void CDesignDialog::showPreview()
 void CDesignDialog::redrawEverything()
 {
     atlas_.RebuildAtlas(editor_.document(), 0, 4, 0, 4);
-    GestureResult everything;
-    everything.redraw = ViewSet::all();
-    apply(everything);
+    apply(GestureResult{ViewSet::all(), false, std::nullopt});
 }
 
 void CDesignDialog::undo()

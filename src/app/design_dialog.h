@@ -20,6 +20,7 @@
 #include <utility>
 #include <vector>
 
+class QCheckBox;
 class QLabel;
 class QPushButton;
 
@@ -40,6 +41,8 @@ public:
 
     // The picture showing `view`, for the tests and the screenshots.
     QWidget* picture(DesignView view) const { return pictures_[static_cast<std::size_t>(view)]; }
+    // The check box showing the text of that number.
+    QCheckBox* checkBox(int text) const;
     QWidget* dragPreview() const { return preview_; }
     QPushButton* undoButton() const { return undoButton_; }
     QPushButton* redoButton() const { return redoButton_; }
@@ -77,6 +80,9 @@ private:
     void showPreview();
     // After the document changed wholesale (undo, redo, delete): every colour and every picture anew.
     void redrawEverything();
+    void addCheckBoxes();
+    // The check boxes as the editor stands: the gestures drop the quick modes, undo brings a cursor back.
+    void showChecks();
     void undo();
     void redo();
     void updateUndoButtons();
@@ -90,6 +96,10 @@ private:
     std::array<Surface, kViewPlaces.size()> views_;
     std::array<DesignPicture*, kViewPlaces.size()> pictures_{};
     std::vector<std::pair<QLabel*, int>> labels_; // with the number of its text
+    std::vector<std::pair<QCheckBox*, int>> checkBoxes_; // with the number of its text
+    std::vector<std::pair<QCheckBox*, bool DesignEditor::*>> flagBoxes_;
+    QCheckBox* bigCursorBox_ = nullptr;
+    QCheckBox* bigSpriteBox_ = nullptr;
     DesignPicture* preview_ = nullptr;
     QPushButton* undoButton_ = nullptr;
     QPushButton* redoButton_ = nullptr;

@@ -109,5 +109,12 @@ inline constexpr int PaletteLabel = 231;
 inline constexpr int ChrLabel = 233;
 inline constexpr int TargetLabel = 297;
 inline constexpr int SourceLabel = 298;
+inline constexpr int FillColorCheck = 224;
+inline constexpr int DrawLineCheck = 225;
+inline constexpr int DragTextCheck = 226;
+inline constexpr int BigCursorCheck = 292;
+inline constexpr int BigSpriteCheck = 299;
+inline constexpr int QuickActionCheck = 301;
+inline constexpr int MarkCursorCheck = 321;
 
 } // namespace zunbrix::text

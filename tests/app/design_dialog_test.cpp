@@ -3,8 +3,10 @@
 #include "app/design_dialog.h"
 #include "app/scripted_questions.h"
 #include "designer/document.h"
+#include "frame/text_ids.h"
 #include "support/private_settings.h"
 
+#include <QCheckBox>
 #include <QImage>
 #include <QLabel>
 #include <QPushButton>
@@ -128,6 +130,36 @@ TEST_F(DesignDialogTest, DeleteRemovesTheSelectedTileAsOneStep)
     EXPECT_TRUE(placedTiles().empty());
     QTest::keyClick(&dialog_, Qt::Key_Z, Qt::ControlModifier);
     expectTile21At10And12(placedTiles());
+}
+
+TEST_F(DesignDialogTest, DragTextCheckBoxLetsAPlacedTileBeMoved)
+{
+    dragTile();
+    const auto moveTile = [&] {
+        QTest::mousePress(&dialog_, Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 10, 12));
+        QTest::mouseMove(&dialog_, cellOf(DesignView::NameTableView, 3, 4));
+        QTest::mouseRelease(&dialog_, Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 3, 4));
+    };
+    moveTile();
+    expectTile21At10And12(placedTiles());
+
+    dialog_.checkBox(text::DragTextCheck)->click();
+    EXPECT_TRUE(dialog_.editor().DragText);
+    moveTile();
+    ASSERT_EQ(placedTiles().size(), 1u);
+    EXPECT_EQ(placedTiles()[0].x, 3);
+    EXPECT_EQ(placedTiles()[0].y, 4);
+}
+
+TEST_F(DesignDialogTest, BigCursorCheckBoxIsAnUndoStepAndFollowsTheUndo)
+{
+    QCheckBox* bigCursor = dialog_.checkBox(text::BigCursorCheck);
+    ASSERT_FALSE(bigCursor->isChecked());
+    bigCursor->click();
+    EXPECT_EQ(dialog_.editor().BigCursor, 1);
+    dialog_.undoButton()->click();
+    EXPECT_EQ(dialog_.editor().BigCursor, 0);
+    EXPECT_FALSE(bigCursor->isChecked());
 }
 
 TEST_F(DesignDialogTest, EscapeClosesAndSavesWhatTheNextLoadSees)
