@@ -114,10 +114,12 @@ CDesignDialog::CDesignDialog(DesignDocument& document, Language language, QWidge
     redoButton_->setGeometry(canvas.left + 104, canvas.top + canvas.height + 16, 96, 28);
     for (QPushButton* button : {undoButton_, redoButton_})
         button->setFocusPolicy(Qt::NoFocus);
-    connect(undoButton_, &QPushButton::clicked, this, &CDesignDialog::undo);
-    connect(redoButton_, &QPushButton::clicked, this, &CDesignDialog::redo);
-    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z), this), &QShortcut::activated, this, &CDesignDialog::undo);
-    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y), this), &QShortcut::activated, this, &CDesignDialog::redo);
+    connect(undoButton_, &QPushButton::clicked, this, [this] { stepHistory(Undo); });
+    connect(redoButton_, &QPushButton::clicked, this, [this] { stepHistory(Redo); });
+    auto* undoKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z), this);
+    auto* redoKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y), this);
+    connect(undoKey, &QShortcut::activated, this, [this] { stepHistory(Undo); });
+    connect(redoKey, &QShortcut::activated, this, [this] { stepHistory(Redo); });
 
     addCheckBoxes();
     setLanguage(language);
@@ -360,17 +362,9 @@ void CDesignDialog::redrawEverything()
     apply(GestureResult{ViewSet::all(), false, std::nullopt});
 }
 
-void CDesignDialog::undo()
+void CDesignDialog::stepHistory(DesignResult (*step)(DesignEditor&))
 {
-    const DesignResult result = Undo(editor_);
-    if (!result.ok())
-        QMessageBox::warning(this, StringTable::Get(text::TitleError, language_), result.message());
-    redrawEverything();
-}
-
-void CDesignDialog::redo()
-{
-    const DesignResult result = Redo(editor_);
+    const DesignResult result = step(editor_);
     if (!result.ok())
         QMessageBox::warning(this, StringTable::Get(text::TitleError, language_), result.message());
     redrawEverything();

@@ -9,6 +9,7 @@
 #include "designer/canvas_renderer.h"
 #include "designer/canvas_thread.h"
 #include "designer/design_editor.h"
+#include "designer/design_error.h"
 #include "designer/gesture_controller.h"
 #include "designer/tile_atlas.h"
 #include "frame/string_table.h"
@@ -83,8 +84,8 @@ private:
     void addCheckBoxes();
     // The check boxes as the editor stands: the gestures drop the quick modes, undo brings a cursor back.
     void showChecks();
-    void undo();
-    void redo();
+    // Undo or Redo; a snapshot that can't be applied is named in a message and the design stays.
+    void stepHistory(DesignResult (*step)(DesignEditor&));
     void updateUndoButtons();
 
     Language language_;
