@@ -1,4 +1,5 @@
 #include "app/main_dialog.h"
+#include "frame/crash_dump.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -7,6 +8,8 @@
 // added to the list as a drop of them would be.
 int main(int argc, char* argv[])
 {
+    zunbrix::InstallCrashHandler();
+    zunbrix::CrashWhenTestAsks();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zunbrix"));
     zunbrix::CMainDialog window(std::make_unique<zunbrix::DialogQuestions>());

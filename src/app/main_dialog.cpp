@@ -1,6 +1,11 @@
 #include "app/main_dialog.h"
 
+#include "app/about_dialog.h"
+#include "app/design_dialog.h"
+#include "app/export_settings_dialog.h"
+#include "app/extern_menu_dialog.h"
 #include "app/game_list_view.h"
+#include "app/rename_dialog.h"
 #include "designer/document.h"
 #include "frame/paths.h"
 #include "frame/registry_store.h"
@@ -53,8 +58,7 @@ constexpr int kRomInfoText = 156;
 constexpr int kOfferToShowText = 284;
 
 // Commands whose windows come with later versions: greyed until then.
-constexpr int kWindowsToCome[] = {command::Design,         command::FindReplace, command::ExternMenuSettings,
-                                  command::ExportSettings, command::About,       command::Update};
+constexpr int kWindowsToCome[] = {command::Update};
 
 QString lastFolder(const char* name)
 {
@@ -201,6 +205,7 @@ void CMainDialog::createControls()
     auto* row = new QHBoxLayout(central);
     row->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     view_ = new GameListView(*list_, central);
+    CRenameDialog::installUndo(*view_, *list_, search_);
     connect(view_, &GameListView::openRequested, this, [this](const QString& path) { questions_->openWithSystem(path); });
     row->addWidget(view_, 1);
 
@@ -309,6 +314,11 @@ void CMainDialog::runCommand(int id, MainCommandState::Origin origin)
     case command::BuildCoolgirl: build(BoardType::Coolgirl); break;
     case command::ExportInfo: exportInformation(); break;
     case command::RomInfo: tell(kRomInfoText, text::TitleTips); break;
+    case command::FindReplace: openFindReplace(); break;
+    case command::Design: openDesigner(); break;
+    case command::ExternMenuSettings: editExternMenu(); break;
+    case command::ExportSettings: CExportSettingsDialog(language(), this).exec(); break;
+    case command::About: CAboutDialog(language(), this).exec(); break;
     case command::Topmost:
         setWindowFlag(Qt::WindowStaysOnTopHint, state_.topmost());
         if (origin == MainCommandState::Origin::User)
@@ -322,6 +332,47 @@ void CMainDialog::runCommand(int id, MainCommandState::Origin origin)
     default:
         break;
     }
+}
+
+void CMainDialog::openFindReplace()
+{
+    if (!renameDialog_) {
+        renameDialog_ = new CRenameDialog(*list_, search_, view_, language(), this);
+        renameDialog_->show();
+    }
+    renameDialog_->raise();
+    renameDialog_->activateWindow();
+}
+
+void CMainDialog::openDesigner()
+{
+    if (!designDialog_) {
+        // The designer previews the checked games as the menu will list them.
+        QStringList names;
+        for (const GameEntry& entry : list_->entries())
+            if (entry.checked)
+                names.push_back(entry.name);
+        const BuildOptions& options = state_.options();
+        auto* designer = new CDesignDialog(DesignDocument::process(), language(), this);
+        designer->setAttribute(Qt::WA_DeleteOnClose);
+        designer->editor().SetCaption(DefaultCaption(names.size()));
+        designer->editor().SetList(displayNames(names, options), options.pageSize, options.nameInsertRow);
+        if (!designer->openDesign()) {
+            delete designer;
+            tell(text::OperationFailed, text::TitleError);
+            return;
+        }
+        designDialog_ = designer;
+        designer->show();
+    }
+    designDialog_->raise();
+    designDialog_->activateWindow();
+}
+
+void CMainDialog::editExternMenu()
+{
+    CExtrenMenuDialog(language(), this).exec();
+    state_.reloadExternMenuPath();
 }
 
 void CMainDialog::runListButton(int id)
@@ -539,6 +590,10 @@ void CMainDialog::applyTexts()
     for (const ListButton& entry : ListButtons())
         buttons_.value(entry.id)->setText(text(entry.textId));
     list_->setLanguage(language());
+    if (renameDialog_)
+        renameDialog_->setLanguage(language());
+    if (designDialog_)
+        designDialog_->setLanguage(language());
     view_->setAccessibleName(text(text::GameListName));
     setWindowTitle(text(kWindowTitleText));
     updateStatus();

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "app/window_questions.h"
+#include "gamelist/find_replace.h"
 #include "gamelist/main_command_state.h"
 
 #include <QHash>
 #include <QMainWindow>
+#include <QPointer>
 #include <QStringList>
 #include <QThreadPool>
 #include <QVector>
@@ -20,6 +22,8 @@ class QPushButton;
 namespace zunbrix {
 
 class GameList;
+class CDesignDialog;
+class CRenameDialog;
 class GameListView;
 struct ListChange;
 struct ListMessage;
@@ -75,6 +79,9 @@ private:
     void saveList();
     void build(BoardType board);
     void exportInformation();
+    void openFindReplace();
+    void openDesigner();
+    void editExternMenu();
     // The build's questions, asked for its worker by WindowBuildUser.
     std::optional<OutputChoice> chooseOutput(const QString& startFolder, OutputType startType);
     void offerToShow(const QString& folder);
@@ -104,6 +111,9 @@ private:
     QMenu* shortMenu_ = nullptr;
     QHash<int, QPushButton*> buttons_;
     QLabel* status_ = nullptr;
+    SearchState search_;
+    QPointer<CRenameDialog> renameDialog_;
+    QPointer<CDesignDialog> designDialog_;
     int skippedFiles_ = 0;   // files of the last addition that were no NES images
     bool historyLoaded_ = false;
     QStringList waitingFiles_; // given before the history was in

@@ -81,6 +81,11 @@ std::vector<int> MainCommandState::StartupReplay(bool chineseSystem)
     return replay;
 }
 
+void MainCommandState::reloadExternMenuPath()
+{
+    options_.externMenuPath = ReadBuildOptions().externMenuPath;
+}
+
 bool* MainCommandState::toggleField(int id)
 {
     switch (id) {

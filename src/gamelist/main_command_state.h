@@ -26,6 +26,9 @@ public:
     // Topmost, the stored language, which so wins, and the custom menu.
     static std::vector<int> StartupReplay(bool chineseSystem);
 
+    // The external menu's path as its dialog left it in the store.
+    void reloadExternMenuPath();
+
     // Runs a toggle or radio command; other commands have no state here and are ignored.
     void run(int id, Origin origin);
 

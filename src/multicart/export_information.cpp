@@ -10,6 +10,16 @@ namespace zunbrix {
 
 namespace {
 
+void writeGameList(const QStringList& names, const QString& folder)
+{
+    QByteArray text;
+    for (const QString& name : names)
+        text += name.toUtf8() + "\r\n";
+    writeWholeFile(filePathIn(folder, "game_list.txt"), std::string_view(text.constData(), text.size()));
+}
+
+} // namespace
+
 // The names as the menu lists them. The dot follows the number only with showNumberDot here, while a build
 // always puts it there.
 QStringList displayNames(const QStringList& names, const BuildOptions& options)
@@ -27,16 +37,6 @@ QStringList displayNames(const QStringList& names, const BuildOptions& options)
     }
     return shown;
 }
-
-void writeGameList(const QStringList& names, const QString& folder)
-{
-    QByteArray text;
-    for (const QString& name : names)
-        text += name.toUtf8() + "\r\n";
-    writeWholeFile(filePathIn(folder, "game_list.txt"), std::string_view(text.constData(), text.size()));
-}
-
-} // namespace
 
 ExportInformationResult exportInformation(const ExportSources& sources, int romType, int menuBanks, QString folder,
                                           const FolderQuestion& askFolder)

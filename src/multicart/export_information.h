@@ -14,6 +14,9 @@
 namespace zunbrix {
 
 // What an export reads of the main window: the list, the settings, the design and the interface language.
+// The names as the menu lists them, numbered by the list's number settings.
+QStringList displayNames(const QStringList& names, const BuildOptions& options);
+
 struct ExportSources {
     const std::vector<GameEntry>& entries;
     const BuildOptions& options;

@@ -1,12 +1,15 @@
 // The real main window on a screen of its own (the offscreen platform), driven as a user drives it: events on
 // its controls, drops of real files, its menus and buttons. Its questions are answered by a script.
+#include "app/design_dialog.h"
 #include "app/game_list_view.h"
 #include "app/main_dialog.h"
+#include "app/rename_dialog.h"
 #include "app/scripted_questions.h"
 #include "e2e/fceux_runner.h"
 #include "e2e/sample_verdict.h"
 #include "frame/registry_store.h"
 #include "frame/string_table.h"
+#include "frame/text_ids.h"
 #include "gamelist/game_list.h"
 #include "gamelist/main_commands.h"
 #include "samples/sample_games.h"
@@ -381,9 +384,9 @@ TEST_F(FilledWindow, TabReachesEveryButtonAndAccessibilityReadsEveryText)
     EXPECT_EQ(QAccessible::queryAccessibleInterface(status)->text(QAccessible::Name), window->statusText());
 }
 
-TEST_F(FilledWindow, MenuDesignAndWhatTheMenuCannotDrawAreGreyed)
+TEST_F(FilledWindow, WhatTheMenuCannotDrawIsGreyed)
 {
-    EXPECT_FALSE(window->action(command::Design)->isEnabled());
+    EXPECT_FALSE(window->action(command::Update)->isEnabled());
     EXPECT_FALSE(window->action(command::NumberFill)->isEnabled());
     window->action(command::NumberOrder)->trigger();
     EXPECT_TRUE(window->action(command::NumberFill)->isEnabled());
@@ -394,6 +397,28 @@ TEST_F(FilledWindow, MenuDesignAndWhatTheMenuCannotDrawAreGreyed)
     EXPECT_TRUE(window->action(command::PageSize10)->isEnabled());
     window->action(command::RomInfo)->trigger();
     EXPECT_TRUE(lastMessage().startsWith(QStringLiteral("Mapper that supports making COOLBOY ROM:")));
+}
+
+// The designer and find and replace open once each, beside the window, and follow its language.
+TEST_F(FilledWindow, DesignerAndFindReplaceOpenOnceAndFollowTheLanguage)
+{
+    pressButton(listButton::SelectAll);
+    window->action(command::Design)->trigger();
+    window->action(command::Design)->trigger();
+    window->action(command::FindReplace)->trigger();
+    window->action(command::FindReplace)->trigger();
+    const auto designers = window->findChildren<CDesignDialog*>();
+    ASSERT_EQ(designers.size(), 1);
+    EXPECT_TRUE(designers.front()->isVisible());
+    const auto finders = window->findChildren<CRenameDialog*>();
+    ASSERT_EQ(finders.size(), 1);
+    EXPECT_TRUE(finders.front()->isVisible());
+
+    window->action(command::LanguageChinese)->trigger();
+    EXPECT_EQ(finders.front()->windowTitle(), StringTable::Get(text::FindReplaceTitle, Language::Chinese));
+    EXPECT_EQ(designers.front()->windowTitle(), StringTable::Get(text::DesignerTitle, Language::Chinese));
+    designers.front()->close();
+    finders.front()->close();
 }
 
 TEST_F(FilledWindow, ExportWritesIntoTheChosenFolderAndAFailedSaveNamesItsFile)
