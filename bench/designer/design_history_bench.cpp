@@ -69,7 +69,8 @@ void EncodeAndReadHistoryOf2000Edits(benchmark::State& state)
     const std::vector<QByteArray> history = historyOf2000Edits();
     for (auto _ : state) {
         const QByteArray stored = HistoryDataListBytes(history);
-        if (ReadHistoryDataList(stored).size() != history.size())
+        std::uint32_t shownIndex = 0;
+        if (ReadHistoryDataList(stored, shownIndex).size() != history.size())
             state.SkipWithError("the history did not read back whole");
     }
     state.counters["MB"] = static_cast<double>(HistoryDataListBytes(history).size()) / 1e6;
@@ -87,7 +88,8 @@ void StoreAndLoadHistoryOf2000Edits(benchmark::State& state)
         RegistryStore::SetBinary(key, "HistoryDataList", HistoryDataListBytes(history));
         QByteArray stored;
         RegistryStore::GetBinary(key, "HistoryDataList", stored);
-        if (ReadHistoryDataList(stored).size() != history.size())
+        std::uint32_t shownIndex = 0;
+        if (ReadHistoryDataList(stored, shownIndex).size() != history.size())
             state.SkipWithError("the history did not read back whole");
     }
 }

@@ -172,18 +172,19 @@ constexpr StoredPlace kStoredPlaces[] = {
 void restoreHistory(DesignEditor& editor)
 {
     UndoHistory& history = editor.history;
+    // Read first: a stored list that loses a damaged snapshot moves the index with it.
+    std::array<std::uint8_t, 4> index{};
+    if (readFixed(kHistoryDataIndex, index))
+        history.HistoryIndex = qFromLittleEndian<std::uint32_t>(index.data());
     if (history.HistoryList.empty()) {
         QByteArray stored;
         if (RegistryStore::GetBinary(key(), name(kHistoryDataList), stored) && !stored.isEmpty())
-            history.HistoryList = ReadHistoryDataList(stored);
+            history.HistoryList = ReadHistoryDataList(stored, history.HistoryIndex);
     }
     QByteArray lastWorkState;
     if (RegistryStore::GetBinary(key(), name(kLastWorkState), lastWorkState) && !lastWorkState.isEmpty())
         ApplySnapshot(editor, lastWorkState);
 
-    std::array<std::uint8_t, 4> index{};
-    if (readFixed(kHistoryDataIndex, index))
-        history.HistoryIndex = qFromLittleEndian<std::uint32_t>(index.data());
     if (!history.HistoryList.empty() && history.HistoryIndex >= history.HistoryList.size())
         history.HistoryIndex = static_cast<std::uint32_t>(history.HistoryList.size() - 1);
     RefreshUndoRedoEnabled(history);
@@ -203,13 +204,19 @@ QByteArray HistoryDataListBytes(const std::vector<QByteArray>& snapshots)
     return out;
 }
 
-std::vector<QByteArray> ReadHistoryDataList(QByteArrayView data)
+std::vector<QByteArray> ReadHistoryDataList(QByteArrayView data, std::uint32_t& shownIndex)
 {
     std::vector<QByteArray> snapshots;
+    const std::uint32_t storedIndex = shownIndex;
+    std::uint32_t place = 0;
     for (const DesignRecord& entry : WholeRecords(data)) {
-        if (entry.type != static_cast<std::uint32_t>(RecordType::Container) || !IsWholeSnapshot(entry.payload))
+        if (entry.type != static_cast<std::uint32_t>(RecordType::Container))
             break;
-        snapshots.push_back(entry.payload.toByteArray());
+        if (IsWholeSnapshot(entry.payload))
+            snapshots.push_back(entry.payload.toByteArray());
+        else if (place < storedIndex)
+            --shownIndex;
+        ++place;
     }
     return snapshots;
 }

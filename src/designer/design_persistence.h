@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
+#include <cstdint>
 #include <vector>
 
 namespace zunbrix {
@@ -27,7 +28,9 @@ void StoreBigSprite(const DesignDocument& document);
 
 // The stored form of the history: each snapshot behind a header of its own.
 QByteArray HistoryDataListBytes(const std::vector<QByteArray>& snapshots);
-// Snapshots from the start up to the first entry that is not one, is cut short or is damaged.
-std::vector<QByteArray> ReadHistoryDataList(QByteArrayView data);
+// Snapshots from the start up to the first entry that is not one or is cut short. A damaged snapshot is
+// left out and the others are kept; `shownIndex`, a place in the stored list, moves down past those left
+// out before it, so that it names the same snapshot or, if that one was left out, the one after it.
+std::vector<QByteArray> ReadHistoryDataList(QByteArrayView data, std::uint32_t& shownIndex);
 
 } // namespace zunbrix

@@ -52,23 +52,21 @@ void readTileList(const char* name, TileList& list)
         list = tileListFromBytes(value);
 }
 
-// Text records back to back. A text too long for its field spoils the whole value, which is then ignored.
+// Text records back to back. A text too long for its field is passed over; the others are kept.
 void readCustomText(TextList& list)
 {
     QByteArray value;
     if (!RegistryStore::GetBinary(key(), QString::fromLatin1(design_settings::kCustomText), value))
         return;
-    TextList texts;
     for (const DesignRecord& record : SplitRecords(value)) {
         if (record.type != static_cast<std::uint32_t>(RecordType::Text))
             continue;
         auto entry = TextEntryFromPayload(record.payload);
         if (!entry)
-            return;
-        entry->id = static_cast<std::int32_t>(texts.size());
-        texts.push_back(std::move(*entry));
+            continue;
+        entry->id = static_cast<std::int32_t>(list.size());
+        list.push_back(std::move(*entry));
     }
-    list = std::move(texts);
 }
 
 } // namespace

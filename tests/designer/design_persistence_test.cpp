@@ -65,7 +65,7 @@ TEST_F(PersistenceTest, HistoryAndWorkStateSurviveCloseAndOpen)
     EXPECT_EQ(next->editor.BkgTileCounter, 2);
 }
 
-TEST_F(PersistenceTest, StoredHistoryIsReadUpToItsFirstBadEntry)
+TEST_F(PersistenceTest, StoredHistoryIsReadUpToAForeignOrCutShortEntry)
 {
     edit(1);
     edit(2);
@@ -74,12 +74,42 @@ TEST_F(PersistenceTest, StoredHistoryIsReadUpToItsFirstBadEntry)
     EXPECT_EQ(qFromLittleEndian<std::uint32_t>(stored.constData()), 16u);
     EXPECT_EQ(qFromLittleEndian<std::uint32_t>(stored.constData() + 4), 0xFFFFFFFFu);
     EXPECT_EQ(qFromLittleEndian<std::uint32_t>(stored.constData() + 16), 16u);
-    EXPECT_EQ(ReadHistoryDataList(stored), editor_.history.HistoryList);
+    std::uint32_t shownIndex = 2;
+    EXPECT_EQ(ReadHistoryDataList(stored, shownIndex), editor_.history.HistoryList);
+    EXPECT_EQ(shownIndex, 2u);
 
     QByteArray foreign = stored;
     foreign[0] = 15;
-    EXPECT_TRUE(ReadHistoryDataList(foreign).empty());
-    EXPECT_EQ(ReadHistoryDataList(stored.left(stored.size() - 1)).size(), 2u);
+    EXPECT_TRUE(ReadHistoryDataList(foreign, shownIndex).empty());
+    EXPECT_EQ(ReadHistoryDataList(stored.left(stored.size() - 1), shownIndex).size(), 2u);
+}
+
+TEST_F(PersistenceTest, ADamagedStoredSnapshotIsLeftOutAndTheOthersKept)
+{
+    edit(1);
+    edit(2);
+    edit(3);
+    ASSERT_TRUE(Undo(editor_).ok()); // shows the second of four snapshots with two tiles
+    ASSERT_TRUE(CloseDesigner(editor_));
+    std::vector<QByteArray> snapshots = editor_.history.HistoryList;
+    ASSERT_EQ(snapshots.size(), 4u);
+    // The snapshot with one tile claims more records than it holds.
+    qToLittleEndian<std::uint32_t>(0x7FFFFFFF, snapshots[1].data() + 12);
+    ASSERT_TRUE(RegistryStore::SetBinary(kKey, "HistoryDataList", HistoryDataListBytes(snapshots)));
+
+    auto next = reopen();
+    const UndoHistory& history = next->editor.history;
+    ASSERT_EQ(history.HistoryList.size(), 3u);
+    EXPECT_EQ(history.HistoryList[0], snapshots[0]);
+    EXPECT_EQ(history.HistoryList[2], snapshots[3]);
+    EXPECT_EQ(history.HistoryIndex, 1u); // still the snapshot with two tiles
+    ASSERT_TRUE(Undo(next->editor).ok());
+    EXPECT_TRUE(next->document.BkgTileList.empty());
+    ASSERT_TRUE(Redo(next->editor).ok());
+    EXPECT_EQ(next->document.BkgTileList.size(), 2u);
+    ASSERT_TRUE(Redo(next->editor).ok());
+    EXPECT_EQ(next->document.BkgTileList.size(), 3u);
+    EXPECT_FALSE(history.redoEnabled);
 }
 
 TEST_F(PersistenceTest, IndexBeyondTheHistoryPointsAtItsEnd)

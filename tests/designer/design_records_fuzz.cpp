@@ -24,10 +24,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     case 1: ApplyRecordFile(RecordFileKind::Menu, editor, bytes); break;
     case 2: ApplyRecordFile(RecordFileKind::NameTablePage, editor, bytes); break;
     case 3: ApplyRecordFile(RecordFileKind::TextList, editor, bytes); break;
-    default:
-        for (const QByteArray& snapshot : ReadHistoryDataList(bytes))
+    default: {
+        std::uint32_t shownIndex = 0;
+        for (const QByteArray& snapshot : ReadHistoryDataList(bytes, shownIndex))
             ApplySnapshot(editor, snapshot);
         break;
+    }
     }
 
     // As the designer keeps them: a big cursor of four sprites and the colour taken from the attributes.

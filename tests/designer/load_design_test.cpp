@@ -138,14 +138,17 @@ TEST_F(LoadDesignTest, ListsAreReadOnlyWhileEmpty)
     EXPECT_EQ(document_.BkgTileList.size(), 2u);
 }
 
-TEST_F(LoadDesignTest, ATextTooLongForItsFieldSpoilsTheStoredTexts)
+TEST_F(LoadDesignTest, ATextTooLongForItsFieldIsLeftOutAndTheOthersKept)
 {
     QByteArray texts;
-    AppendRecord(texts, RecordType::Text, TextRecordPayload({0, 0, 0, "OK"}));
+    AppendRecord(texts, RecordType::Text, TextRecordPayload({0, 1, 2, "OK"}));
     AppendRecord(texts, RecordType::Text, TextRecordPayload({0, 0, 0, QString(261, 'X')}));
+    AppendRecord(texts, RecordType::Text, TextRecordPayload({0, 3, 4, QString(259, 'Y')}));
     store(design_settings::kCustomText, texts);
     ASSERT_TRUE(document_.LoadDesign());
-    EXPECT_TRUE(document_.CustomText.empty());
+    ASSERT_EQ(document_.CustomText.size(), 2u);
+    EXPECT_EQ(document_.CustomText[0], (TextEntry{0, 1, 2, "OK"}));
+    EXPECT_EQ(document_.CustomText[1], (TextEntry{1, 3, 4, QString(259, 'Y')}));
 }
 
 TEST_F(LoadDesignTest, FixedSizeValuesFillTheirStartAndRefuseToOverflow)
