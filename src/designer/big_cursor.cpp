@@ -1,5 +1,7 @@
 #include "designer/big_cursor.h"
 
+#include "designer/clamped_position.h"
+
 #include <algorithm>
 #include <cstdint>
 
@@ -9,13 +11,6 @@ namespace {
 constexpr std::int32_t kMaxX = 255;
 constexpr std::int32_t kMinY = 1;
 constexpr std::int32_t kMaxY = 239;
-
-// Cell positions come from the settings store unchecked; keep the pixel arithmetic from overflowing.
-std::int32_t cellToPixel(std::int32_t cell, std::int32_t offset)
-{
-    const std::int64_t pixel = std::int64_t{cell} * 8 + offset;
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(pixel, INT32_MIN, INT32_MAX));
-}
 
 TileList fourSpritesAt(std::int32_t x, std::int32_t y)
 {
@@ -49,7 +44,7 @@ void ResetCursorSpriteOutOfRange(TileEntry& entry)
 
 TileList LoadTimeDefaultBigCursor(const TileEntry& arrowTile)
 {
-    TileList sprites = fourSpritesAt(cellToPixel(arrowTile.x, -18), cellToPixel(arrowTile.y, -4));
+    TileList sprites = fourSpritesAt(ScaledPosition(arrowTile.x, 8, -18), ScaledPosition(arrowTile.y, 8, -4));
     for (TileEntry& entry : sprites)
         ResetCursorSpriteOutOfRange(entry);
     return sprites;
@@ -57,7 +52,7 @@ TileList LoadTimeDefaultBigCursor(const TileEntry& arrowTile)
 
 TileList EditorDefaultBigCursor(std::int32_t itemColumn, std::int32_t itemRow, bool bigSprite)
 {
-    TileList sprites = fourSpritesAt(cellToPixel(itemColumn, -18), cellToPixel(itemRow, -4));
+    TileList sprites = fourSpritesAt(ScaledPosition(itemColumn, 8, -18), ScaledPosition(itemRow, 8, -4));
     LayOutBigCursor(sprites, bigSprite);
     return sprites;
 }

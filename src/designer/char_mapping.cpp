@@ -1,5 +1,6 @@
 #include "designer/char_mapping.h"
 
+#include "designer/clamped_position.h"
 #include "designer/design_editor.h"
 #include "designer/undo_history.h"
 
@@ -11,11 +12,6 @@ namespace zunbrix {
 namespace {
 
 constexpr int kCanvasCellPx = 16;
-
-int selectedTile(const Position& pos)
-{
-    return std::max(pos.y * 16 + pos.x, 0);
-}
 
 int firstBlankTile(const DesignDocument& document, int from)
 {
@@ -32,7 +28,7 @@ template <typename Wanted>
 void mapIntoBlankTiles(DesignEditor& editor, Wanted wanted)
 {
     DesignDocument& document = editor.document();
-    int start = selectedTile(editor.BkgChrPos);
+    int start = SelectedTile(editor.BkgChrPos);
     for (int i = 0; i < kMappedCharacters && start < kTilesPerBank; ++i) {
         const int tile = firstBlankTile(document, start);
         if (tile < 0)
@@ -50,7 +46,7 @@ void copyGlyphs(DesignEditor& editor, int bank, const Position& from)
 {
     UndoBegin(editor, true);
     DesignDocument& document = editor.document();
-    for (int i = 0, tile = selectedTile(from); i < kMappedCharacters && tile < kTilesPerBank; ++i, ++tile)
+    for (int i = 0, tile = SelectedTile(from); i < kMappedCharacters && tile < kTilesPerBank; ++i, ++tile)
         CopyFactoryGlyph(document, i + kFirstMappedCharacter, bank, tile);
     UndoCommit(editor, true);
 }
@@ -133,10 +129,10 @@ LineRects BuildLineRects(const DesignEditor& editor)
         if (lines[i].isEmpty())
             continue;
         LineRect& rect = result.rects[static_cast<std::size_t>(i)];
-        rect.left = editor.ItemPos.x * kCanvasCellPx;
-        rect.top = (editor.ItemPos.y + i) * kCanvasCellPx;
-        rect.right = rect.left + static_cast<int>(lines[i].size()) * kCanvasCellPx;
-        rect.bottom = rect.top + kCanvasCellPx;
+        rect.left = ScaledPosition(editor.ItemPos.x, kCanvasCellPx);
+        rect.top = ScaledPosition(editor.ItemPos.y, kCanvasCellPx, std::int64_t{i} * kCanvasCellPx);
+        rect.right = ClampToPosition(std::int64_t{rect.left} + lines[i].size() * kCanvasCellPx);
+        rect.bottom = ClampToPosition(std::int64_t{rect.top} + kCanvasCellPx);
         result.maxWidthPx = std::max(result.maxWidthPx, rect.right - rect.left);
     }
     return result;

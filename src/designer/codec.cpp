@@ -53,7 +53,7 @@ void ExpandExAttributes(std::span<const std::uint8_t, kAttributeBytes> attribute
 
 std::uint32_t PpuAddress(int column, int row)
 {
-    return kNameTableBase + static_cast<std::uint32_t>(row * kScreenColumns + column);
+    return kNameTableBase + static_cast<std::uint32_t>(row) * kScreenColumns + static_cast<std::uint32_t>(column);
 }
 
 std::uint8_t SpriteAttributeByte(const TileEntry& entry)

@@ -52,6 +52,8 @@ std::uint8_t SetAttributeQuadrant(std::uint8_t attributeByte, int quadrant, int 
 void ExpandExAttributes(std::span<const std::uint8_t, kAttributeBytes> attributes,
                         std::span<std::uint8_t, kExAttributeBytes> out);
 
+// 0x2000 + row * 32 + column, worked out in the stored value's 32 bits: a position far off the screen
+// wraps round as the stored address does.
 std::uint32_t PpuAddress(int column, int row);
 inline int PpuColumn(std::uint32_t address) { return static_cast<int>(address & 31u); }
 

@@ -1,6 +1,7 @@
 #include "designer/design_editor.h"
 
 #include "designer/big_cursor.h"
+#include "designer/clamped_position.h"
 
 #include <algorithm>
 
@@ -18,6 +19,11 @@ std::int32_t centredColumn(qsizetype length)
 }
 
 } // namespace
+
+std::int32_t SelectedTile(const Position& cell)
+{
+    return std::max(ScaledPosition(cell.y, 16, cell.x), 0);
+}
 
 DesignEditor::DesignEditor(DesignDocument& document)
     : AttrByte(document.Attributes[0])

@@ -21,6 +21,10 @@ struct Position {
     bool operator==(const Position&) const = default;
 };
 
+// The tile that the selected cell of a tile view (16 tiles a row) names: 0 for a cell before the bank,
+// kTilesPerBank or more for one past its end.
+std::int32_t SelectedTile(const Position& cell);
+
 class DesignEditor {
 public:
     explicit DesignEditor(DesignDocument& document);

@@ -1,5 +1,6 @@
 #include "designer/document_commands.h"
 
+#include "designer/clamped_position.h"
 #include "designer/design_editor.h"
 #include "designer/design_persistence.h"
 #include "designer/undo_history.h"
@@ -20,6 +21,16 @@ void forChosenEntries(TileList& list, Change change)
         if (!partial || entry.isSelected())
             change(entry);
     }
+}
+
+void moveChosenEntries(DesignEditor& editor, TileList DesignDocument::*list, int dx, int dy)
+{
+    AsUndoStep(editor, [&](DesignDocument& document) {
+        forChosenEntries(document.*list, [&](TileEntry& entry) {
+            entry.x = ClampToPosition(std::int64_t{entry.x} + dx);
+            entry.y = ClampToPosition(std::int64_t{entry.y} + dy);
+        });
+    });
 }
 
 void selectAll(DesignEditor& editor, TileList DesignDocument::*list, bool shown)
@@ -154,22 +165,12 @@ void InvertSpriteSelection(DesignEditor& editor)
 
 void MoveBkgTiles(DesignEditor& editor, int dx, int dy)
 {
-    AsUndoStep(editor, [&](DesignDocument& document) {
-        forChosenEntries(document.BkgTileList, [&](TileEntry& entry) {
-            entry.x += dx;
-            entry.y += dy;
-        });
-    });
+    moveChosenEntries(editor, &DesignDocument::BkgTileList, dx, dy);
 }
 
 void MoveSprites(DesignEditor& editor, int dx, int dy)
 {
-    AsUndoStep(editor, [&](DesignDocument& document) {
-        forChosenEntries(document.SpriteTileList, [&](TileEntry& entry) {
-            entry.x += dx;
-            entry.y += dy;
-        });
-    });
+    moveChosenEntries(editor, &DesignDocument::SpriteTileList, dx, dy);
 }
 
 void SwapSpriteHalves(DesignEditor& editor)

@@ -75,7 +75,7 @@ bool inSpriteRange(const TileEntry& entry)
 DesignResult LoadTiles(DesignEditor& editor, TileBank bank, const QString& path)
 {
     const Position& selected = bank == TileBank::Background ? editor.BkgChrPos : editor.SpChrPos;
-    const int firstTile = editor.ShiftDown ? std::max(selected.y * 16 + selected.x, 0) : 0;
+    const int firstTile = editor.ShiftDown ? SelectedTile(selected) : 0;
     const qint64 room = std::max(kTilesPerBank - firstTile, 0) * qint64{kTileBytes};
     if (room == 0)
         return {};

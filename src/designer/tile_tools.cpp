@@ -1,5 +1,6 @@
 #include "designer/tile_tools.h"
 
+#include "designer/clamped_position.h"
 #include "designer/design_editor.h"
 #include "designer/undo_history.h"
 
@@ -273,14 +274,14 @@ void OrganizeSpriteTiles(DesignEditor& editor)
 void CopyMarkedBkgToSprite(DesignEditor& editor)
 {
     AsUndoStep(editor, [&](DesignDocument& document) {
-        copyMarkedTiles(document, kBkgBank, document.SelectedBkgTiles, kSpriteBank, std::max(editor.SpChrPos.y * 16 + editor.SpChrPos.x, 0));
+        copyMarkedTiles(document, kBkgBank, document.SelectedBkgTiles, kSpriteBank, SelectedTile(editor.SpChrPos));
     });
 }
 
 void CopyMarkedSpriteToBkg(DesignEditor& editor)
 {
     AsUndoStep(editor, [&](DesignDocument& document) {
-        copyMarkedTiles(document, kSpriteBank, document.SelectedSpriteTiles, kBkgBank, std::max(editor.BkgChrPos.y * 16 + editor.BkgChrPos.x, 0));
+        copyMarkedTiles(document, kSpriteBank, document.SelectedSpriteTiles, kBkgBank, SelectedTile(editor.BkgChrPos));
     });
 }
 
@@ -295,7 +296,7 @@ void SpritesToSingleHeight(DesignEditor& editor)
             top.tile = static_cast<std::uint8_t>(sprite.tile & 0xFE);
             top.id = editor.SpriteTileCounter++;
             TileEntry bottom = sprite;
-            bottom.y = sprite.y + 8;
+            bottom.y = ClampToPosition(std::int64_t{sprite.y} + 8);
             bottom.tile = static_cast<std::uint8_t>(sprite.tile | 1);
             bottom.id = editor.SpriteTileCounter++;
             single.push_back(top);
@@ -343,8 +344,8 @@ void BkgTilesToSprites(DesignEditor& editor)
                 break;
             TileEntry sprite;
             sprite.tile = static_cast<std::uint8_t>(found);
-            sprite.x = entry.x * 8;
-            sprite.y = entry.y * 8 - 1;
+            sprite.x = ScaledPosition(entry.x, 8);
+            sprite.y = ScaledPosition(entry.y, 8, -1);
             const bool onAttributeGrid = entry.x >= 0 && entry.x < 32 && entry.y >= 0 && entry.y < 32;
             sprite.palette = static_cast<std::uint8_t>(
                 onAttributeGrid ? AttrQuadrantPalette(document.Attributes, entry.x, entry.y) : 0);

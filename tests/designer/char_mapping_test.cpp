@@ -89,6 +89,30 @@ TEST_F(CharMappingTest, GlyphCopiesStopAtTheLastTile)
     EXPECT_TRUE(holdsGlyph(63, '_'));
 }
 
+TEST_F(CharMappingTest, SelectionsFarBelowTheViewLeaveTheBanksAlone)
+{
+    onlyBlank({0, 1, 2});
+    const ChrBytes before = document_.ChrData;
+    editor_.BkgChrPos = {0, kFarRow};
+    editor_.SpChrPos = {0, kFarRow};
+    CopyGlyphsToBkgTiles(editor_);
+    CopyGlyphsToSpriteTiles(editor_);
+    AutoMapAllCharacters(editor_);
+    EXPECT_EQ(document_.ChrData, before);
+    EXPECT_TRUE(editor_.history.HistoryList.empty());
+}
+
+TEST_F(CharMappingTest, LineRectsFarOffTheCanvasStayThere)
+{
+    editor_.SetList({"AB", "CD"}, 20, false);
+    editor_.ItemPos = {0x08000000, kMostX}; // 16 times the column is 2^31
+    const LineRects rects = BuildLineRects(editor_);
+    for (const LineRect& rect : {rects.rects[0], rects.rects[1]}) {
+        EXPECT_GE(rect.left, kScreenColumns * 16);
+        EXPECT_GE(rect.top, kScreenRows * 16);
+    }
+}
+
 TEST_F(CharMappingTest, LineRectsSkipEmptyLinesButCountThem)
 {
     editor_.SetList({"AB", "LONGER"}, 20, true);

@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace zunbrix::testing {
 
 // A designer at work on a document whose factory tiles are a synthetic pattern, with private settings and
@@ -33,6 +35,11 @@ protected:
         e.flags = selected ? TileEntry::kSelected : 0;
         return e;
     }
+
+    // A tile view's row far below the view; 16 times it is 2^32, tile 0 for arithmetic that wraps round.
+    static constexpr std::int32_t kFarRow = 0x10000000;
+    static constexpr std::int32_t kMostX = std::numeric_limits<std::int32_t>::max();
+    static constexpr std::int32_t kLeastX = std::numeric_limits<std::int32_t>::min();
 
     QString path(const QString& name) const { return files_.filePath(name); }
 

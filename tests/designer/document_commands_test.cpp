@@ -84,6 +84,18 @@ TEST_F(DocumentCommandsTest, ArrowsMoveAPartialSelectionOrEverything)
     EXPECT_EQ(document_.BkgTileList[1].x, 4);
 }
 
+TEST_F(DocumentCommandsTest, ArrowsStopAtTheEndsOfTheStoredRange)
+{
+    document_.BkgTileList = {entry(kMostX, kLeastX, 1)};
+    document_.SpriteTileList = {entry(kMostX - 3, kLeastX + 3, 1)};
+    MoveBkgTiles(editor_, 1, -1);
+    MoveSprites(editor_, 8, -8);
+    EXPECT_EQ(document_.BkgTileList[0].x, kMostX);
+    EXPECT_EQ(document_.BkgTileList[0].y, kLeastX);
+    EXPECT_EQ(document_.SpriteTileList[0].x, kMostX);
+    EXPECT_EQ(document_.SpriteTileList[0].y, kLeastX);
+}
+
 TEST_F(DocumentCommandsTest, GuardedCommandsAddNoStep)
 {
     document_.SpriteTileList = {entry(1, 1, 4)};

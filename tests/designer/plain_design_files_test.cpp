@@ -51,6 +51,17 @@ TEST_F(PlainFilesTest, TilesLoadFromTheSelectedTileWithShift)
     EXPECT_EQ(tileBytes(0, 0), QByteArray(reinterpret_cast<const char*>(document_.DefaultChr.data()), 16));
 }
 
+TEST_F(PlainFilesTest, ShiftLoadFromASelectionFarBelowTheViewLoadsNothing)
+{
+    writeFile(path("two.chr"), sequence(32));
+    const ChrBytes before = document_.ChrData;
+    editor_.ShiftDown = true;
+    editor_.BkgChrPos = {0, kFarRow};
+    ASSERT_TRUE(LoadTiles(editor_, TileBank::Background, path("two.chr")).ok());
+    EXPECT_EQ(document_.ChrData, before);
+    EXPECT_TRUE(editor_.history.HistoryList.empty());
+}
+
 TEST_F(PlainFilesTest, TilesSaveTheMarkedOnesWithShift)
 {
     document_.SelectedSpriteTiles[3] = 1;

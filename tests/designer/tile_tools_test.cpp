@@ -183,6 +183,32 @@ TEST_F(TileToolsTest, CopiesBetweenBanksStopAtTheBankEnd)
     EXPECT_EQ(tile(1, 0)[0], 0xA0);
 }
 
+TEST_F(TileToolsTest, TilesFarOffTheScreenStayOffIt)
+{
+    // A cell 8 times which is 2^32: pixel 0 for arithmetic that wraps round.
+    fillTile(0, 3, 0x33);
+    fillTile(1, 50, 0);
+    document_.BkgTileList = {entry(0x20000000, 0x20000000, 3, true)};
+    BkgTilesToSprites(editor_);
+    ASSERT_EQ(document_.SpriteTileList.size(), 1u);
+    EXPECT_GT(document_.SpriteTileList[0].x, 255);
+    EXPECT_GT(document_.SpriteTileList[0].y, 239);
+
+    document_.SpriteTileList = {entry(10, kMostX - 2, 4)};
+    SpritesToSingleHeight(editor_);
+    ASSERT_EQ(document_.SpriteTileList.size(), 2u);
+    EXPECT_EQ(document_.SpriteTileList[1].y, kMostX);
+
+    const ChrBytes before = document_.ChrData;
+    document_.SelectedBkgTiles[3] = 1;
+    document_.SelectedSpriteTiles[3] = 1;
+    editor_.SpChrPos = {0, kFarRow};
+    editor_.BkgChrPos = {0, kFarRow};
+    CopyMarkedBkgToSprite(editor_);
+    CopyMarkedSpriteToBkg(editor_);
+    EXPECT_EQ(document_.ChrData, before);
+}
+
 TEST_F(TileToolsTest, BackgroundTilesBecomeSpritesWhileTheBankHasRoom)
 {
     for (int t = 0; t < kTilesPerBank; ++t)
