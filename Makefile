@@ -42,7 +42,7 @@ gui: build
 	@settings=$$(mktemp -d) && trap 'rm -rf "$$settings"' EXIT && \
 	ZUNBRIX_CONFIG_DIR="$$settings" $(BUILD_DIR)/bin/zunbrix-gui demo/coolboy.qvl
 
-# Pictures of the main window with the demo list and of the designer, in English and Chinese, for docs/.
+# Pictures of the main window with the demo list, the designer and the dialogs, in English and Chinese, for docs/.
 screenshots: build
 	@for language in en zh; do \
 	  xvfb-run -a -s "-screen 0 1280x800x24" $(BUILD_DIR)/tests/window_screenshot demo/coolboy.qvl $$language \
@@ -50,6 +50,8 @@ screenshots: build
 	  xvfb-run -a -s "-screen 0 1280x1024x24" $(BUILD_DIR)/tests/design_screenshot $$language \
 	    docs/designer-$$language.png || exit 1; \
 	done
+	@xvfb-run -a $(BUILD_DIR)/tests/small_dialogs_screenshots docs
+	@xvfb-run -a $(BUILD_DIR)/tests/rename_dialog_screenshots docs
 
 clean:
 	rm -rf $(BUILD_DIR)
