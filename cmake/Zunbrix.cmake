@@ -10,6 +10,17 @@ function(zunbrix_library name)
   target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS)
 endfunction()
 
+# zunbrix_window_library(<name> SOURCES ... [LIBS ...])
+# A library of Qt Widgets windows over the engine (with moc and resources); the program and its tests link it.
+function(zunbrix_window_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC Qt6::Widgets ${ARG_LIBS})
+  target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS)
+  set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+endfunction()
+
 # zunbrix_test(<name> LABEL <area> SOURCES ... [LIBS ...] [TIMEOUT <seconds>])
 # A GoogleTest executable registered with ctest under one area label. TIMEOUT bounds each test, for tests whose
 # failure could be a hang.
