@@ -12,7 +12,7 @@ namespace {
 using namespace view_colors;
 
 constexpr PixelRect kWholeCanvas{0, 0, kCanvasWidth - 1, kCanvasHeight - 1};
-constexpr SourceArea kWholeScratch{0, 0, kCanvasWidth, kCanvasHeight};
+constexpr SourceArea kWholeCanvasArea{0, 0, kCanvasWidth, kCanvasHeight};
 constexpr int kSpriteMinY = 1;
 constexpr int kSpriteMaxY = 241;
 constexpr int kSpriteMaxX = 255;
@@ -185,21 +185,7 @@ void DrawTextCells(Surface& surface, const CanvasScene& scene, QByteArrayView te
 
 void CanvasRenderer::draw(const CanvasScene& scene, Surface& work)
 {
-    work.resize(kCanvasWidth, kCanvasHeight);
-    work.FillRect(kWholeCanvas, CanvasBackdrop(scene));
-    if (scene.FillColor)
-        drawAttributeColors(work, scene);
-    if (scene.Show_Sp_Tile)
-        drawSprites(work, scene, true);
-    if (scene.Show_Bg_Tile)
-        drawBackground(scene, work);
-    drawTexts(work, scene);
-    if (scene.Show_Sp_Tile)
-        drawSprites(work, scene, false);
-    if (scene.Show_Caption && !scene.CaptionText.isEmpty())
-        drawText(work, scene, scene.CaptionText, scene.CaptionPos);
-    if (scene.Show_Cursor)
-        drawCursor(scene, work);
+    drawLayers(scene, work, Sprites::Drawn);
     if (scene.DrawLine)
         drawGuides(work);
     drawSelectedCells(work, scene);
@@ -208,6 +194,33 @@ void CanvasRenderer::draw(const CanvasScene& scene, Surface& work)
         drawMarkedCursor(work, scene);
     if (scene.rubberBand)
         work.FrameRect(*scene.rubberBand, kRubberBand);
+}
+
+void CanvasRenderer::drawScreen(const CanvasScene& scene, Surface& screen)
+{
+    drawLayers(scene, canvasScale_, Sprites::Left);
+    screen.resize(kScreenWidth, kScreenHeight);
+    StretchCopy(screen, PixelRect::sized(0, 0, kScreenWidth, kScreenHeight), canvasScale_, kWholeCanvasArea);
+}
+
+void CanvasRenderer::drawLayers(const CanvasScene& scene, Surface& work, Sprites sprites)
+{
+    const bool withSprites = sprites == Sprites::Drawn;
+    work.resize(kCanvasWidth, kCanvasHeight);
+    work.FillRect(kWholeCanvas, CanvasBackdrop(scene));
+    if (scene.FillColor)
+        drawAttributeColors(work, scene);
+    if (withSprites && scene.Show_Sp_Tile)
+        drawSprites(work, scene, true);
+    if (scene.Show_Bg_Tile)
+        drawBackground(scene, work);
+    drawTexts(work, scene);
+    if (withSprites && scene.Show_Sp_Tile)
+        drawSprites(work, scene, false);
+    if (scene.Show_Caption && !scene.CaptionText.isEmpty())
+        drawText(work, scene, scene.CaptionText, scene.CaptionPos);
+    if (withSprites && scene.Show_Cursor)
+        drawCursor(scene, work);
 }
 
 // Over attribute colours the tiles are opaque. Otherwise they go through the scratch surface, and what has
@@ -222,7 +235,7 @@ void CanvasRenderer::drawBackground(const CanvasScene& scene, Surface& work)
     scratch_.resize(kCanvasWidth, kCanvasHeight);
     scratch_.fill(backdrop);
     drawBkgTiles(scratch_, scene);
-    TransparentCopy(work, kWholeCanvas, scratch_, kWholeScratch, backdrop);
+    TransparentCopy(work, kWholeCanvas, scratch_, kWholeCanvasArea, backdrop);
 }
 
 void CanvasRenderer::drawCursor(const CanvasScene& scene, Surface& work)

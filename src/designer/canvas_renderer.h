@@ -13,6 +13,8 @@ namespace zunbrix {
 inline constexpr int kCanvasWidth = 512;
 inline constexpr int kCanvasHeight = 480;
 inline constexpr int kCellPixels = 16; // one tile cell on the canvas
+inline constexpr int kScreenWidth = 256;  // the console's picture
+inline constexpr int kScreenHeight = 240;
 
 // The screen's background: entry 0 of the sprite palette.
 Pixel CanvasBackdrop(const CanvasScene& scene);
@@ -29,12 +31,20 @@ class CanvasRenderer {
 public:
     // Draws the whole canvas into `work`, which takes the canvas's size.
     void draw(const CanvasScene& scene, Surface& work);
+    // The layers the console draws from the name table alone (background tiles, texts, list, page number
+    // and caption) with no sprites, cursor, guides or marks, one pixel for each screen pixel, into
+    // `screen`, which takes the screen's size.
+    void drawScreen(const CanvasScene& scene, Surface& screen);
 
 private:
+    enum class Sprites { Drawn, Left };
+    // The console's layers in their order, at the canvas's scale.
+    void drawLayers(const CanvasScene& scene, Surface& work, Sprites sprites);
     void drawBackground(const CanvasScene& scene, Surface& work);
     void drawCursor(const CanvasScene& scene, Surface& work);
 
     Surface scratch_;
+    Surface canvasScale_;
 };
 
 } // namespace zunbrix

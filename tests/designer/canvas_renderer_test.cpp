@@ -224,4 +224,54 @@ TEST_F(CanvasTest, TheBigCursorIsOpaqueAtItsOwnYAndOnlyTheBackdropDropsOut)
     EXPECT_PIXEL(canvas, 255, 265, 0x80FF00);
 }
 
+// The console's own picture: one pixel for each screen pixel, name table layers only. Sprites, the cursor, the
+// guides and every frame are left out, wherever they would have been drawn.
+TEST_F(CanvasTest, TheScreenPictureHasTheNameTableLayersAtOnePixelAPixel)
+{
+    SetTilePixel(document_.tile(kBkgBank, 0x35), 2, 1, 1);
+    SetTilePixel(document_.tile(kBkgBank, 0x35), 7, 7, 2);
+    fillTile(kSpriteBank, 0x10, 1);
+    TileEntry tile = sprite(3, 4, 0x35);
+    tile.flags = TileEntry::kSelected;
+    editor_.addBkgTile(tile);
+    editor_.addSprite(sprite(24, 31, 0x10)); // would cover the tile's cell from screen row 32
+    editor_.addSprite(sprite(24, 31, 0x10, 0, TileEntry::kBehindBackground));
+    document_.ArrowTile = sprite(0, 1, 0x10);
+    editor_.MarkCursor = true;
+    editor_.DrawLine = true;
+    editor_.NameTablePos = {3, 4};
+    document_.CharMapData['A'] = 0x35;
+    editor_.SetCaption(QStringLiteral("A"));
+    editor_.CaptionPos = {31, 29};
+
+    atlas_.RebuildAtlas(document_, 0, 4, 0, 4);
+    Surface screen;
+    CanvasRenderer().drawScreen(CaptureCanvasScene(editor_, marks_, atlas_), screen);
+    ASSERT_EQ(screen.width(), 256);
+    ASSERT_EQ(screen.height(), 240);
+    EXPECT_PIXEL(screen, 26, 33, kPink24);    // cell (3, 4), pixel (2, 1): palette 1, value 1
+    EXPECT_PIXEL(screen, 31, 39, kOrange27);  // pixel (7, 7): value 2
+    EXPECT_PIXEL(screen, 27, 33, kBlack0F);   // value 0: palette 1's entry 0, no sprite over it
+    EXPECT_PIXEL(screen, 24, 32, kBlack0F);   // no cell cursor, no selection frame
+    EXPECT_PIXEL(screen, 2, 2, kBackdrop);    // no cursor sprite
+    EXPECT_PIXEL(screen, 16, 0, kBackdrop);   // no grid
+    EXPECT_PIXEL(screen, 128, 100, kBackdrop); // no guide
+    EXPECT_PIXEL(screen, 250, 233, kViolet12); // caption at cell (31, 29): palette 2, value 1
+    EXPECT_PIXEL(screen, 255, 239, kRose15);   // its pixel (7, 7): value 2
+
+    // The same picture as the canvas, which has each screen pixel as a block of two by two.
+    editor_.MarkCursor = false;
+    editor_.DrawLine = false;
+    editor_.resetSprites();
+    editor_.Show_Cursor = false;
+    document_.BkgTileList.front().flags = 0;
+    editor_.NameTablePos = {-1, -1};
+    editor_.AttrCellPos = {-1, -1};
+    editor_.AttrQuadPos = {-1, -1};
+    const Surface canvas = drawCanvas();
+    for (int y = 0; y < 240; ++y)
+        for (int x = 0; x < 256; ++x)
+            ASSERT_EQ(screen.pixel(x, y), canvas.pixel(2 * x + 1, 2 * y + 1)) << x << ", " << y;
+}
+
 } // namespace
