@@ -224,6 +224,42 @@ TEST_F(CanvasTest, TheBigCursorIsOpaqueAtItsOwnYAndOnlyTheBackdropDropsOut)
     EXPECT_PIXEL(canvas, 255, 265, 0x80FF00);
 }
 
+// With 8x16 sprites every frame that stands for a sprite is twice as tall.
+TEST_F(CanvasTest, EightBySixteenSpritesHaveFramesOfTwiceTheHeight)
+{
+    document_.BigSprite = 1;
+    TileEntry marked = sprite(200, 100, 0x10);
+    marked.flags = TileEntry::kSelected;
+    editor_.addSprite(marked);
+    document_.ArrowTile = sprite(100, 150, 0x10);
+    document_.ArrowTile.flags = TileEntry::kSelected;
+    editor_.MarkCursor = true;
+    editor_.NameTablePos = {-1, -1};
+    Surface canvas = drawCanvas();
+
+    constexpr Pixel cyan = 0x00FFFF, outline = 0xFF8080, markedCursor = 0x80FF00;
+    EXPECT_PIXEL(canvas, 408, 233, cyan); // from (400, 201) to (416, 233)
+    EXPECT_PIXEL(canvas, 416, 230, cyan);
+    EXPECT_PIXEL(canvas, 408, 234, kBackdrop);
+    EXPECT_PIXEL(canvas, 210, 333, outline); // the cursor as drawn: (200, 302), 16 by 32
+    EXPECT_PIXEL(canvas, 215, 320, outline);
+    EXPECT_PIXEL(canvas, 205, 332, markedCursor); // selected: (199, 299) to (216, 332)
+    EXPECT_PIXEL(canvas, 199, 320, markedCursor);
+    EXPECT_PIXEL(canvas, 216, 320, markedCursor);
+    EXPECT_PIXEL(canvas, 205, 334, kBackdrop);
+
+    editor_.BigCursor = 1;
+    document_.ArrowTileList = {sprite(50, 60, 2), sprite(58, 60, 3), sprite(50, 76, 18), sprite(120, 130, 19)};
+    document_.ArrowTileList[3].flags = TileEntry::kSelected;
+    canvas = drawCanvas();
+    EXPECT_PIXEL(canvas, 110, 183, outline); // the first entry's block: (100, 120), 32 by 64
+    EXPECT_PIXEL(canvas, 131, 150, outline);
+    EXPECT_PIXEL(canvas, 110, 184, kBackdrop);
+    EXPECT_PIXEL(canvas, 245, 291, markedCursor); // the selected entry: (240, 260), 16 by 32
+    EXPECT_PIXEL(canvas, 255, 280, markedCursor);
+    EXPECT_PIXEL(canvas, 245, 292, kBackdrop);
+}
+
 // The console's own picture: one pixel for each screen pixel, name table layers only. Sprites, the cursor, the
 // guides and every frame are left out, wherever they would have been drawn.
 TEST_F(CanvasTest, TheScreenPictureHasTheNameTableLayersAtOnePixelAPixel)
