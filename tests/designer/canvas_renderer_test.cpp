@@ -19,7 +19,7 @@ TEST_F(CanvasTest, BackdropIsTheSpritePalettesFirstEntryAndFillColorPaintsEachQu
 
     // Attribute colours alone: entry 1 of each quadrant's palette; the hidden tile leaves no trace.
     fillTile(kBkgBank, 7, 3);
-    editor_.addBkgTile(sprite(18, 6, 7));
+    editor_.addBkgTile(Placed(18, 6, 7));
     editor_.Show_Bg_Tile = false;
     editor_.FillColor = true;
     document_.Attributes[9] = 0xC0; // byte (1, 1): lower right quadrant palette 3, the others 0
@@ -34,11 +34,11 @@ TEST_F(CanvasTest, BackdropIsTheSpritePalettesFirstEntryAndFillColorPaintsEachQu
 TEST_F(CanvasTest, SpritesShowOneLineBelowTheirYAndFlipInTheirCell)
 {
     SetTilePixel(document_.tile(kSpriteBank, 0x10), 0, 0, 1); // one lit pixel at the tile's top left
-    editor_.addSprite(sprite(100, 60, 0x10, 1));
-    editor_.addSprite(sprite(150, 60, 0x10, 1, TileEntry::kFlipHorizontal));
-    editor_.addSprite(sprite(200, 60, 0x10, 1, TileEntry::kFlipVertical));
-    editor_.addSprite(sprite(230, 60, 0x10, 1, TileEntry::kFlipVertical | TileEntry::kFlipHorizontal));
-    editor_.addSprite(sprite(20, 0, 0x10, 0)); // y 0 is not shown
+    editor_.addSprite(Placed(100, 60, 0x10, 1));
+    editor_.addSprite(Placed(150, 60, 0x10, 1, TileEntry::kFlipHorizontal));
+    editor_.addSprite(Placed(200, 60, 0x10, 1, TileEntry::kFlipVertical));
+    editor_.addSprite(Placed(230, 60, 0x10, 1, TileEntry::kFlipVertical | TileEntry::kFlipHorizontal));
+    editor_.addSprite(Placed(20, 0, 0x10, 0)); // y 0 is not shown
     const Surface canvas = drawCanvas();
 
     EXPECT_PIXEL(canvas, 200, 122, kOrange27); // palette 1, value 1
@@ -61,9 +61,9 @@ TEST_F(CanvasTest, EightBySixteenSpritesTakeTheirBankFromBitZeroAndSwapHalvesWhe
     fillTile(kBkgBank, 0x41, 2);
     fillTile(kSpriteBank, 0x40, 3);
     fillTile(kSpriteBank, 0x41, 1);
-    editor_.addSprite(sprite(100, 50, 0x41));
-    editor_.addSprite(sprite(150, 50, 0x40));
-    editor_.addSprite(sprite(200, 50, 0x40, 0, TileEntry::kFlipVertical));
+    editor_.addSprite(Placed(100, 50, 0x41));
+    editor_.addSprite(Placed(150, 50, 0x40));
+    editor_.addSprite(Placed(200, 50, 0x40, 0, TileEntry::kFlipVertical));
     const Surface canvas = drawCanvas();
 
     // Odd: bank 1, tile 0x40 over 0x41. Sprite palette 0 is 2D 16 1A 0F; its black is stored as red 1.
@@ -85,10 +85,10 @@ TEST_F(CanvasTest, ASpriteBehindTheBackgroundShowsThroughItsBackdropColoredPixel
         for (int x = 4; x < 8; ++x)
             SetTilePixel(document_.tile(kBkgBank, 0x20), x, y, 1); // left half value 0, right half value 1
     fillTile(kSpriteBank, 0x20, 3);
-    editor_.addBkgTile(sprite(10, 10, 0x20));
-    editor_.addBkgTile(sprite(12, 10, 0x20));
-    editor_.addSprite(sprite(80, 79, 0x20, 1, TileEntry::kBehindBackground)); // shown from canvas row 160
-    editor_.addSprite(sprite(96, 79, 0x20, 1));
+    editor_.addBkgTile(Placed(10, 10, 0x20));
+    editor_.addBkgTile(Placed(12, 10, 0x20));
+    editor_.addSprite(Placed(80, 79, 0x20, 1, TileEntry::kBehindBackground)); // shown from canvas row 160
+    editor_.addSprite(Placed(96, 79, 0x20, 1));
 
     Surface canvas = drawCanvas();
     EXPECT_PIXEL(canvas, 165, 168, kViolet12); // the sprite behind, through value 0
@@ -160,13 +160,13 @@ TEST_F(CanvasTest, CursorAndSelectionFramesInTheirColorsAndPlaces)
     editor_.AttrCellPos = {1, 2};
     editor_.AttrQuadPos = {5, 7};
     editor_.NameTablePos = {20, 20};
-    TileEntry marked = sprite(200, 100, 0x10);
+    TileEntry marked = Placed(200, 100, 0x10);
     marked.flags = TileEntry::kSelected;
     editor_.addSprite(marked);
-    TileEntry markedTile = sprite(25, 12, 0);
+    TileEntry markedTile = Placed(25, 12, 0);
     markedTile.flags = TileEntry::kSelected;
     editor_.addBkgTile(markedTile);
-    document_.ArrowTile = sprite(100, 150, 0x10);
+    document_.ArrowTile = Placed(100, 150, 0x10);
     document_.ArrowTile.flags = TileEntry::kSelected;
     editor_.MarkCursor = true;
     marks_.RubberBand = true;
@@ -208,9 +208,9 @@ TEST_F(CanvasTest, TheBigCursorIsOpaqueAtItsOwnYAndOnlyTheBackdropDropsOut)
     editor_.MarkCursor = true;
     fillTile(kSpriteBank, 2, 1);
     fillTile(kBkgBank, 0x30, 2);
-    editor_.addBkgTile(sprite(12, 14, 0x30)); // palette 1 value 2 beneath the third part
-    document_.ArrowTileList = {sprite(100, 100, 2), sprite(108, 100, 3, 1), sprite(96, 112, 18),
-                               sprite(120, 130, 19)};
+    editor_.addBkgTile(Placed(12, 14, 0x30)); // palette 1 value 2 beneath the third part
+    document_.ArrowTileList = {Placed(100, 100, 2), Placed(108, 100, 3, 1), Placed(96, 112, 18),
+                               Placed(120, 130, 19)};
     document_.ArrowTileList[3].flags = TileEntry::kSelected;
     const Surface canvas = drawCanvas();
 
@@ -228,10 +228,10 @@ TEST_F(CanvasTest, TheBigCursorIsOpaqueAtItsOwnYAndOnlyTheBackdropDropsOut)
 TEST_F(CanvasTest, EightBySixteenSpritesHaveFramesOfTwiceTheHeight)
 {
     document_.BigSprite = 1;
-    TileEntry marked = sprite(200, 100, 0x10);
+    TileEntry marked = Placed(200, 100, 0x10);
     marked.flags = TileEntry::kSelected;
     editor_.addSprite(marked);
-    document_.ArrowTile = sprite(100, 150, 0x10);
+    document_.ArrowTile = Placed(100, 150, 0x10);
     document_.ArrowTile.flags = TileEntry::kSelected;
     editor_.MarkCursor = true;
     editor_.NameTablePos = {-1, -1};
@@ -249,7 +249,7 @@ TEST_F(CanvasTest, EightBySixteenSpritesHaveFramesOfTwiceTheHeight)
     EXPECT_PIXEL(canvas, 205, 334, kBackdrop);
 
     editor_.BigCursor = 1;
-    document_.ArrowTileList = {sprite(50, 60, 2), sprite(58, 60, 3), sprite(50, 76, 18), sprite(120, 130, 19)};
+    document_.ArrowTileList = {Placed(50, 60, 2), Placed(58, 60, 3), Placed(50, 76, 18), Placed(120, 130, 19)};
     document_.ArrowTileList[3].flags = TileEntry::kSelected;
     canvas = drawCanvas();
     EXPECT_PIXEL(canvas, 110, 183, outline); // the first entry's block: (100, 120), 32 by 64
@@ -267,12 +267,12 @@ TEST_F(CanvasTest, TheScreenPictureHasTheNameTableLayersAtOnePixelAPixel)
     SetTilePixel(document_.tile(kBkgBank, 0x35), 2, 1, 1);
     SetTilePixel(document_.tile(kBkgBank, 0x35), 7, 7, 2);
     fillTile(kSpriteBank, 0x10, 1);
-    TileEntry tile = sprite(3, 4, 0x35);
+    TileEntry tile = Placed(3, 4, 0x35);
     tile.flags = TileEntry::kSelected;
     editor_.addBkgTile(tile);
-    editor_.addSprite(sprite(24, 31, 0x10)); // would cover the tile's cell from screen row 32
-    editor_.addSprite(sprite(24, 31, 0x10, 0, TileEntry::kBehindBackground));
-    document_.ArrowTile = sprite(0, 1, 0x10);
+    editor_.addSprite(Placed(24, 31, 0x10)); // would cover the tile's cell from screen row 32
+    editor_.addSprite(Placed(24, 31, 0x10, 0, TileEntry::kBehindBackground));
+    document_.ArrowTile = Placed(0, 1, 0x10);
     editor_.MarkCursor = true;
     editor_.DrawLine = true;
     editor_.NameTablePos = {3, 4};

@@ -143,7 +143,7 @@ TEST_F(CanvasThreadWithRenderer, ThePictureOnShowIsTheCanvasOfTheSceneAskedFor)
     const CanvasScene scene = CaptureCanvasScene(editor_, marks_, atlas_);
     fillTile(kBkgBank, 0, 1); // edits after the request don't reach the drawing's copy
     atlas_.RebuildAtlas(document_, 0, 4, 0, 4);
-    editor_.addBkgTile(sprite(18, 18, 0));
+    editor_.addBkgTile(Placed(18, 18, 0));
     thread.RequestCanvas(scene);
     {
         std::unique_lock<std::mutex> guard(lock);

@@ -25,6 +25,18 @@ inline constexpr Pixel kIndigo01 = 0x24188E;
 inline constexpr Pixel kCrimson06 = 0xA60000;
 inline constexpr Pixel kGrey2D = 0x797979;
 
+// A tile or sprite placed at (x, y).
+inline TileEntry Placed(int x, int y, std::uint8_t tile, std::uint8_t palette = 0, std::uint8_t flip = 0)
+{
+    TileEntry entry;
+    entry.x = x;
+    entry.y = y;
+    entry.tile = tile;
+    entry.palette = palette;
+    entry.flip = flip;
+    return entry;
+}
+
 // A designer on blank tiles (every pixel value 0) with palettes whose entries all differ, so that each
 // pixel of a picture tells which palette entry drew it.
 class RenderFixture : public ::testing::Test {
@@ -52,17 +64,6 @@ protected:
         Surface canvas;
         CanvasRenderer().draw(CaptureCanvasScene(editor_, marks_, atlas_), canvas);
         return canvas;
-    }
-
-    static TileEntry sprite(int x, int y, std::uint8_t tile, std::uint8_t palette = 0, std::uint8_t flip = 0)
-    {
-        TileEntry entry;
-        entry.x = x;
-        entry.y = y;
-        entry.tile = tile;
-        entry.palette = palette;
-        entry.flip = flip;
-        return entry;
     }
 
     DesignDocument document_{std::span<const std::uint8_t>{}};

@@ -1,17 +1,11 @@
 // Menus that the real `zunbrix build` makes, started in FCEUX and read back from the PPU: names that hold the
 // assembler's own quote and escape characters show as typed, and the looks of style 1 draw every page size in
 // place, leaving the font in pattern memory as the menu uploaded it.
-#include "e2e/fceux_runner.h"
+#include "e2e/menu_build_fixture.h"
 #include "e2e/zunbrix_build.h"
-#include "gamelist/list_file.h"
 #include "menu/menu_source_tree.h"
-#include "multicart/synthetic_rom.h"
-#include "support/private_settings.h"
 
 #include <QDir>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace zunbrix::e2e {
 namespace {
@@ -20,16 +14,8 @@ constexpr int kTimeoutMs = 120000;
 constexpr int kFirstNameRow = 0x20C6; // the built-in looks' list, but style 0 with 15 or 20 a page
 constexpr int kRowWidth = 26;
 
-class BuiltMenuScreen : public ::testing::Test {
+class BuiltMenuScreen : public MenuBuildTest {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(missingFceuxTools().isEmpty()) << missingFceuxTools().toStdString();
-        ASSERT_TRUE(folder.isValid());
-    }
-
-    QString path(const QString& name) const { return folder.filePath(name); }
-
     QString build(const QStringList& arguments) { return zunbrixBuild(arguments, path(QStringLiteral("data"))); }
 
     FceuxRun run(const QString& rom, const QString& script)
@@ -38,9 +24,6 @@ protected:
         EXPECT_TRUE(result.finished) << result.log.toStdString();
         return result;
     }
-
-    zunbrix::testing::PrivateSettings settings;
-    QTemporaryDir folder;
 };
 
 // Lua: the text of `rows` rows of the list from `first`, as the font's glyphs show it ("row<r>"), the
@@ -94,15 +77,7 @@ TEST_F(BuiltMenuScreen, NamesWithQuotesAndBackslashesShowAsTyped)
 {
     const QStringList names = {QStringLiteral("AC\\DC \"LIVE\""), QStringLiteral("ENDS IN \\"),
                                QStringLiteral("\u00DCnder \"\\\"")};
-    std::vector<GameEntry> list;
-    for (int i = 0; i < names.size(); ++i) {
-        list.emplace_back(zunbrix::testing::writeRom(path(QStringLiteral("game%1.nes").arg(i)),
-                                                     {.mapper = 0, .prgBanks = 1, .chrBanks = 1,
-                                                      .seed = static_cast<std::uint32_t>(i + 1)}));
-        list.back().name = names[i];
-        list.back().checked = true;
-    }
-    ASSERT_TRUE(SaveListFile(path(QStringLiteral("odd.qvl")), list));
+    ASSERT_TRUE(writeNamedGames(QStringLiteral("odd.qvl"), names));
     const QString rom = path(QStringLiteral("odd.nes"));
     const QString failure = build({QStringLiteral("-b"), QStringLiteral("coolboy"), QStringLiteral("--music"),
                                           QStringLiteral("0"), QStringLiteral("-o"), rom, path(QStringLiteral("odd.qvl"))});

@@ -5,17 +5,11 @@
 #include "designer/canvas_renderer.h"
 #include "designer/design_persistence.h"
 #include "designer/master_palette.h"
-#include "e2e/fceux_runner.h"
+#include "designer/render_fixture.h"
+#include "e2e/menu_build_fixture.h"
 #include "e2e/zunbrix_build.h"
-#include "gamelist/list_file.h"
-#include "multicart/synthetic_rom.h"
-#include "support/private_settings.h"
 
-#include <QDir>
 #include <QImage>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
@@ -106,27 +100,10 @@ std::string SortedSprites(std::vector<SpriteBytes> sprites)
     return groups.join(QStringLiteral(", ")).toStdString();
 }
 
-TileEntry Placed(int x, int y, std::uint8_t tile, std::uint8_t palette = 0, std::uint8_t flip = 0)
-{
-    TileEntry entry;
-    entry.x = x;
-    entry.y = y;
-    entry.tile = tile;
-    entry.palette = palette;
-    entry.flip = flip;
-    return entry;
-}
+using zunbrix::testing::Placed;
 
-class DesignedMenuScreen : public ::testing::Test {
+class DesignedMenuScreen : public MenuBuildTest {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(missingFceuxTools().isEmpty()) << missingFceuxTools().toStdString();
-        ASSERT_TRUE(folder.isValid());
-    }
-
-    QString path(const QString& name) const { return folder.filePath(name); }
-
     // The designer opened with the main window's caption and sample list, then the design below: painted
     // tiles in both banks (also the glyph of "A"), palettes, attributes, background tiles, texts, the caption,
     // the list's place, sprites and the small cursor. Closing saves it all to the settings store.
@@ -194,8 +171,6 @@ protected:
         return screen;
     }
 
-    zunbrix::testing::PrivateSettings settings;
-    QTemporaryDir folder;
     DesignDocument document;
     DesignEditor editor{document};
 };
@@ -204,15 +179,7 @@ TEST_F(DesignedMenuScreen, TheConsoleShowsTheDesignersPictureAndSprites)
 {
     // The games are named as the designer's sample list, so that the menu prints the same lines.
     const QStringList names = {QStringLiteral("ALPHA"), QStringLiteral("BRAVO 2"), QStringLiteral("CHARLIE")};
-    std::vector<GameEntry> list;
-    for (int i = 0; i < names.size(); ++i) {
-        list.emplace_back(zunbrix::testing::writeRom(path(QStringLiteral("game%1.nes").arg(i)),
-                                                     {.mapper = 0, .prgBanks = 1, .chrBanks = 1,
-                                                      .seed = static_cast<std::uint32_t>(i + 1)}));
-        list.back().name = names[i];
-        list.back().checked = true;
-    }
-    ASSERT_TRUE(SaveListFile(path(QStringLiteral("games.qvl")), list));
+    ASSERT_TRUE(writeNamedGames(QStringLiteral("games.qvl"), names));
     designAndClose(names);
     ASSERT_FALSE(HasFailure());
 
