@@ -12,7 +12,11 @@ int main(int argc, char* argv[])
     zunbrix::CrashWhenTestAsks();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zunbrix"));
+    // The window may live on hidden in the tray, with a dialog of the tray's menu the only one shown: the
+    // program ends when the window exits, not when the last window closes.
+    QApplication::setQuitOnLastWindowClosed(false);
     zunbrix::CMainDialog window(std::make_unique<zunbrix::DialogQuestions>());
+    QObject::connect(&window, &zunbrix::CMainDialog::exited, &application, &QApplication::quit, Qt::QueuedConnection);
     window.show();
     // Names on the command line are meant from the current folder, where the list's own relative paths start
     // at the program's folder.

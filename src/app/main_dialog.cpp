@@ -7,6 +7,7 @@
 #include "app/game_list_view.h"
 #include "app/rename_dialog.h"
 #include "designer/document.h"
+#include "frame/crash_dump.h"
 #include "frame/paths.h"
 #include "frame/registry_store.h"
 #include "frame/text_format.h"
@@ -17,14 +18,17 @@
 #include "gamelist/main_commands.h"
 #include "gamelist/main_settings.h"
 #include "gamelist/window_placement.h"
+#include "menu/menu_source_tree.h"
 #include "multicart/export_information.h"
 #include "multicart/flash_use.h"
+#include "update/program_replacement.h"
 
 #include <QAction>
 #include <QActionGroup>
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QContextMenuEvent>
+#include <QDir>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeySequence>
@@ -36,6 +40,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
+#include <QSystemTrayIcon>
 #include <QUrl>
 
 #include <algorithm>
@@ -54,6 +59,7 @@ constexpr int kMargin = 4;
 constexpr QSize kFirstSize(960, 600);
 
 constexpr int kWindowTitleText = 123;
+constexpr int kTrayTipLength = 128;
 constexpr int kRomInfoText = 156;
 constexpr int kOfferToShowText = 284;
 
@@ -140,6 +146,7 @@ CMainDialog::CMainDialog(std::unique_ptr<WindowQuestions> questions, QWidget* pa
     createActions();
     createMenus();
     createControls();
+    createTrayIcon();
     DesignDocument design;
     design.LoadDesign();
     state_.setCustomListAddress(design.ItemPpuAddr);
@@ -153,7 +160,11 @@ CMainDialog::CMainDialog(std::unique_ptr<WindowQuestions> questions, QWidget* pa
         view_->setColumnWidth(column, std::max(kListColumns[static_cast<std::size_t>(column)].width,
                                                view_->horizontalHeader()->sectionSizeHint(column)));
     restorePlacement();
+    // The old program left by an update may still be ending: its deletion waits between tries, off this thread.
+    workers_.start([] { DeleteReplacedProgram(); });
     loadHistory();
+    // Told once the window is up, over it.
+    QMetaObject::invokeMethod(this, &CMainDialog::announceCrashReport, Qt::QueuedConnection);
 }
 
 CMainDialog::~CMainDialog() = default;
@@ -232,11 +243,33 @@ void CMainDialog::createControls()
     connect(list_, &GameList::dataChanged, this, &CMainDialog::updateStatus);
 }
 
+void CMainDialog::createTrayIcon()
+{
+    tray_ = new QSystemTrayIcon(windowIcon(), this);
+    tray_->setContextMenu(shortMenu_);
+    connect(tray_, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        if (reason == QSystemTrayIcon::DoubleClick)
+            bringForward();
+    });
+    if (questions_->hasSystemTray())
+        tray_->show();
+}
+
+void CMainDialog::bringForward()
+{
+    showNormal();
+    raise();
+    activateWindow();
+}
+
 void CMainDialog::restorePlacement()
 {
     const WindowPlacement placement = ReadWindowPlacement();
     const QSize size = placement.size.value_or(kFirstSize).expandedTo(minimumSize());
-    QScreen* screen = QGuiApplication::primaryScreen();
+    // The screen the window was left on, if it is still there.
+    QScreen* screen = placement.position ? QGuiApplication::screenAt(*placement.position) : nullptr;
+    if (screen == nullptr)
+        screen = QGuiApplication::primaryScreen();
     const QRect workArea = screen != nullptr ? screen->availableGeometry() : QRect(QPoint(0, 0), size);
     const QPoint wanted = placement.position.value_or(workArea.center() - QPoint(size.width(), size.height()) / 2);
     setGeometry(QRect(KeptOnScreen(wanted, size, workArea), size));
@@ -261,6 +294,13 @@ void CMainDialog::loadHistory()
             if (!waitingFiles_.isEmpty())
                 addFiles(std::exchange(waitingFiles_, {}));
         });
+}
+
+void CMainDialog::announceCrashReport()
+{
+    const QString report = TakeNewCrashReport();
+    if (!report.isEmpty())
+        tell(FormatText(text(text::CrashReportLeft), {QDir::toNativeSeparators(report)}), text::TitleTips);
 }
 
 template <typename Work, typename Done>
@@ -309,7 +349,7 @@ void CMainDialog::runCommand(int id, MainCommandState::Origin origin)
     case command::Open: openGames(); break;
     case command::Load: loadList(); break;
     case command::Save: saveList(); break;
-    case command::Exit: close(); break;
+    case command::Exit: closeWithMarker(CloseMarker::ExitCommand); break;
     case command::BuildCoolboy: build(state_.options().boardType); break;
     case command::BuildCoolgirl: build(BoardType::Coolgirl); break;
     case command::ExportInfo: exportInformation(); break;
@@ -538,17 +578,52 @@ void CMainDialog::showChange(const ListChange& change)
 
 void CMainDialog::closeEvent(QCloseEvent* event)
 {
-    // A worker still posts to the window, a build even waits for its answers: it has to end first.
-    if (refusedWhileBusy()) {
-        event->ignore();
+    // The close box; an exit closes the window itself, and that close is let through.
+    if (exiting_) {
+        event->accept();
         return;
     }
+    event->ignore();
+    closeWithMarker(CloseMarker::CloseBox);
+}
+
+bool CMainDialog::closeWithMarker(CloseMarker marker)
+{
+    if (exiting_)
+        return true;
+    const bool hasTray = questions_->hasSystemTray();
+    if (AsksBeforeClosing(marker, ReadCloseSettings(), hasTray) && !questions_->askHowToClose(this, language()))
+        return false;
+    if (ClosingHides(marker, ReadCloseSettings(), hasTray)) {
+        hide();
+        return false;
+    }
+    // A worker still posts to the window, a build even waits for its answers: it has to end first.
+    if (refusedWhileBusy())
+        return false;
+    exitWindow(marker);
+    return true;
+}
+
+void CMainDialog::exitWindow(CloseMarker marker)
+{
+    exiting_ = true;
+    // Stored values that fail to be written are lost with this run only: the exit goes on.
+    RemoveWorkFolder(DefaultWorkFolder());
+    if (renameDialog_)
+        renameDialog_->close();
+    if (designDialog_)
+        designDialog_->close();
     ColumnWidths widths;
     for (int column = 0; column < kListColumnCount; ++column)
         widths[static_cast<std::size_t>(column)] = view_->columnWidth(column);
     SaveHistory(list_->entries(), widths);
+    tray_->hide();
     StoreWindowPlacement(normalGeometry());
-    event->accept();
+    if (marker == CloseMarker::Update && beforeUpdateExit_)
+        beforeUpdateExit_();
+    close();
+    Q_EMIT exited();
 }
 
 void CMainDialog::contextMenuEvent(QContextMenuEvent* event)
@@ -596,6 +671,7 @@ void CMainDialog::applyTexts()
         designDialog_->setLanguage(language());
     view_->setAccessibleName(text(text::GameListName));
     setWindowTitle(text(kWindowTitleText));
+    tray_->setToolTip(text(kWindowTitleText).left(kTrayTipLength));
     updateStatus();
 }
 

@@ -3,6 +3,7 @@
 #include "app/window_questions.h"
 #include "gamelist/find_replace.h"
 #include "gamelist/main_command_state.h"
+#include "gamelist/window_close.h"
 
 #include <QHash>
 #include <QMainWindow>
@@ -12,12 +13,14 @@
 #include <QVector>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 
 class QAction;
 class QLabel;
 class QMenu;
 class QPushButton;
+class QSystemTrayIcon;
 
 namespace zunbrix {
 
@@ -28,9 +31,10 @@ class GameListView;
 struct ListChange;
 struct ListMessage;
 
-// The main window: the game list, its eight buttons, the menus built from the command table and the status
-// line. It reads its controls, calls the engine and shows what comes back; long work runs on its workers and
-// comes back to the window's thread when done, while `busy` keeps other work out.
+// The main window: the game list, its eight buttons, the menus built from the command table, the status line
+// and the tray icon. It reads its controls, calls the engine and shows what comes back; long work runs on its
+// workers and comes back to the window's thread when done, while `busy` keeps other work out. The window lives
+// from start to exit, shown or hidden in the tray; its owner ends the program on `exited`.
 class CMainDialog : public QMainWindow {
     Q_OBJECT
 public:
@@ -49,13 +53,25 @@ public:
     GameListView* view() const { return view_; }
     QString statusText() const;
 
+    QSystemTrayIcon* trayIcon() const { return tray_; }
+
     // Adds games, folders and list files, as a drop of them does: read off the window's thread, appended when
     // read. Names given before the stored list has loaded wait for it.
     void addFiles(const QStringList& names);
 
+    // Closes the window as `marker` asks, by the stored answer of the close question: hides it in the tray, or
+    // exits (the work folder removed, the history, size and place stored, the tray icon gone, `exited`
+    // emitted). True when it exited. While long work runs an exit is refused with a message.
+    bool closeWithMarker(CloseMarker marker);
+    // Runs at an exit for an update, after everything is stored and before `exited`: the place where the new
+    // program takes the running one's.
+    void setBeforeUpdateExit(std::function<void()> install) { beforeUpdateExit_ = std::move(install); }
+
 Q_SIGNALS:
     // A piece of long work has ended and its result is in the window.
     void workFinished();
+    // The window has exited; the program ends here.
+    void exited();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -69,8 +85,12 @@ private:
     void createActions();
     void createMenus();
     void createControls();
+    void createTrayIcon();
     void restorePlacement();
     void loadHistory();
+    void announceCrashReport();
+    void bringForward();
+    void exitWindow(CloseMarker marker);
 
     void runCommand(int id, MainCommandState::Origin origin);
     void runListButton(int id);
@@ -111,6 +131,9 @@ private:
     QMenu* shortMenu_ = nullptr;
     QHash<int, QPushButton*> buttons_;
     QLabel* status_ = nullptr;
+    QSystemTrayIcon* tray_ = nullptr;
+    bool exiting_ = false;
+    std::function<void()> beforeUpdateExit_;
     SearchState search_;
     QPointer<CRenameDialog> renameDialog_;
     QPointer<CDesignDialog> designDialog_;

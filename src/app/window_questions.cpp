@@ -1,8 +1,11 @@
 #include "app/window_questions.h"
 
+#include "app/close_dialog.h"
+
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QSystemTrayIcon>
 #include <QUrl>
 
 namespace zunbrix {
@@ -59,6 +62,16 @@ QString DialogQuestions::chooseFolder(QWidget* parent, const QString& title, con
 void DialogQuestions::openWithSystem(const QString& path)
 {
     QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+bool DialogQuestions::askHowToClose(QWidget* parent, Language language)
+{
+    return CCloseDialog(language, parent).exec() == QDialog::Accepted;
+}
+
+bool DialogQuestions::hasSystemTray() const
+{
+    return QSystemTrayIcon::isSystemTrayAvailable();
 }
 
 } // namespace zunbrix

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame/string_table.h"
 #include "multicart/build_driver.h"
 
 #include <QString>
@@ -11,9 +12,9 @@ class QWidget;
 
 namespace zunbrix {
 
-// Everything the main window asks of its user in a dialog of the system's, and the files it hands to the
-// system's file manager. The window asks only through this, on its own thread, so that tests can answer in
-// place of a person.
+// Everything the main window asks of its user in a dialog of the system's, the files it hands to the system's
+// file manager, and whether the desktop has a tray. The window asks only through this, on its own thread, so
+// that tests can answer in place of a person.
 class WindowQuestions {
 public:
     virtual ~WindowQuestions() = default;
@@ -35,6 +36,10 @@ public:
     virtual QString chooseFolder(QWidget* parent, const QString& title, const QString& startFolder) = 0;
     // Opens a file or a folder as the system does on a double click.
     virtual void openWithSystem(const QString& path) = 0;
+    // The close question, whose answer is stored as Remember and CloseState; false when it was dismissed
+    // without an answer.
+    virtual bool askHowToClose(QWidget* parent, Language language) = 0;
+    virtual bool hasSystemTray() const = 0;
 };
 
 // The questions as a person gets them: message boxes, the system's file dialogs, its file manager.
@@ -52,6 +57,8 @@ public:
                                              const QString& startFolder, OutputType startType) override;
     QString chooseFolder(QWidget* parent, const QString& title, const QString& startFolder) override;
     void openWithSystem(const QString& path) override;
+    bool askHowToClose(QWidget* parent, Language language) override;
+    bool hasSystemTray() const override;
 };
 
 } // namespace zunbrix

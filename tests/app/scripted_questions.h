@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/window_questions.h"
+#include "gamelist/small_dialog_settings.h"
 
 #include <QApplication>
 #include <QByteArray>
@@ -30,6 +31,14 @@ public:
     QStringList opened;
     QStringList startFolders;     // where each file dialog started
     std::function<void()> whileChoosingOutput; // runs while the build waits for the output's name
+    bool trayAvailable = true;
+    // The close question's answer, stored as its dialog stores it; none dismisses the question.
+    struct CloseAnswer {
+        bool remember;
+        CloseChoice choice;
+    };
+    std::optional<CloseAnswer> closeAnswer = CloseAnswer{false, CloseChoice::Exit};
+    int closeQuestions = 0;
 
     MessageAnswer showMessage(QWidget*, const QString& text, const QString& title, MessageStyle style) override
     {
@@ -65,6 +74,16 @@ public:
         return folder;
     }
     void openWithSystem(const QString& path) override { opened.push_back(path); }
+    bool askHowToClose(QWidget*, Language) override
+    {
+        ++closeQuestions;
+        if (!closeAnswer)
+            return false;
+        StoreCloseRemember(closeAnswer->remember);
+        StoreCloseChoice(closeAnswer->choice);
+        return true;
+    }
+    bool hasSystemTray() const override { return trayAvailable; }
 };
 
 // The one application of a test or tool program, on the platform given by QT_QPA_PLATFORM, or with no
