@@ -359,11 +359,14 @@ void CMainDialog::runCommand(int id, MainCommandState::Origin origin)
     case command::ExternMenuSettings: editExternMenu(); break;
     case command::ExportSettings: CExportSettingsDialog(language(), this).exec(); break;
     case command::About: CAboutDialog(language(), this).exec(); break;
-    case command::Topmost:
+    case command::Topmost: {
+        // A new flag hides the window; one hidden in the tray stays there.
+        const bool shown = isVisible();
         setWindowFlag(Qt::WindowStaysOnTopHint, state_.topmost());
-        if (origin == MainCommandState::Origin::User)
+        if (shown)
             show();
         break;
+    }
     case command::LanguageChinese:
     case command::LanguageEnglish:
         if (origin == MainCommandState::Origin::User)
@@ -578,13 +581,10 @@ void CMainDialog::showChange(const ListChange& change)
 
 void CMainDialog::closeEvent(QCloseEvent* event)
 {
-    // The close box; an exit closes the window itself, and that close is let through.
-    if (exiting_) {
-        event->accept();
-        return;
-    }
-    event->ignore();
-    closeWithMarker(CloseMarker::CloseBox);
+    // The close box, or the close that an exit makes.
+    if (!exiting_)
+        closeWithMarker(CloseMarker::CloseBox);
+    event->setAccepted(exiting_);
 }
 
 bool CMainDialog::closeWithMarker(CloseMarker marker)

@@ -12,6 +12,7 @@
 #include "frame/text_ids.h"
 #include "gamelist/game_list.h"
 #include "gamelist/main_commands.h"
+#include "multicart/build_driver.h"
 #include "samples/sample_games.h"
 #include "support/generated_file.h"
 #include "support/private_settings.h"
@@ -28,9 +29,11 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QSet>
 #include <QStatusBar>
 #include <QSignalSpy>
+#include <QSystemTrayIcon>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolTip>
@@ -68,12 +71,22 @@ protected:
     {
         testing::windowApplication();
         ASSERT_TRUE(folder.isValid());
+        // The user's data folder holds the work folder and crash reports: a private one for each test.
+        ASSERT_TRUE(dataHome.isValid());
+        qputenv("XDG_DATA_HOME", dataHome.path().toLocal8Bit());
         openWindow();
+    }
+
+    void TearDown() override
+    {
+        window.reset();
+        qputenv("XDG_DATA_HOME", previousDataHome);
     }
 
     void openWindow()
     {
         auto scripted = std::make_unique<ScriptedQuestions>();
+        scripted->trayAvailable = trayAvailable;
         questions = scripted.get();
         window = std::make_unique<CMainDialog>(std::move(scripted));
         window->show();
@@ -131,7 +144,10 @@ protected:
 
     zunbrix::testing::PrivateSettings settings;
     QTemporaryDir folder;
+    const QByteArray previousDataHome = qgetenv("XDG_DATA_HOME");
+    QTemporaryDir dataHome;
     ScriptedQuestions* questions = nullptr;
+    bool trayAvailable = true; // for the next window
     std::unique_ptr<CMainDialog> window;
 };
 
@@ -352,6 +368,165 @@ TEST_F(FilledWindow, ClosingKeepsTheListColumnsSizeAndPlace)
     EXPECT_EQ(window->view()->columnWidth(1), 333);
     EXPECT_EQ(window->size(), QSize(700, 500));
     EXPECT_EQ(window->geometry().topLeft(), QPoint(40, 50));
+}
+
+std::optional<quint32> storedNumber(const char* name)
+{
+    quint32 value = 0;
+    if (!RegistryStore::GetDword(kMainKey, QLatin1String(name), value))
+        return std::nullopt;
+    return value;
+}
+
+TEST_F(FilledWindow, CloseBoxAsksOnceThenHidesAndTheTrayBringsTheWindowBackAndExits)
+{
+    QSignalSpy exited(window.get(), &CMainDialog::exited);
+    EXPECT_TRUE(window->trayIcon()->isVisible());
+    EXPECT_EQ(window->trayIcon()->toolTip(), QStringLiteral("Zunbrix"));
+    questions->closeAnswer = ScriptedQuestions::CloseAnswer{true, CloseChoice::Minimize};
+    window->close();
+    EXPECT_EQ(questions->closeQuestions, 1);
+    EXPECT_TRUE(window->isHidden());
+    EXPECT_EQ(storedNumber("Remember"), 1u);
+    EXPECT_EQ(storedNumber("CloseState"), 0u);
+    EXPECT_FALSE(storedNumber("PosX")) << "hiding stores nothing of an exit";
+
+    Q_EMIT window->trayIcon()->activated(QSystemTrayIcon::Trigger);
+    EXPECT_TRUE(window->isHidden()) << "only a double click brings the window back";
+    Q_EMIT window->trayIcon()->activated(QSystemTrayIcon::DoubleClick);
+    EXPECT_TRUE(window->isVisible());
+    window->close();
+    EXPECT_EQ(questions->closeQuestions, 1) << "the remembered answer is not asked again";
+    EXPECT_TRUE(window->isHidden());
+
+    // The tray's menu is the short menu; its Exit ends the program from the tray, unasked.
+    const QList<QAction*> trayItems = window->trayIcon()->contextMenu()->actions();
+    ASSERT_EQ(trayItems.size(), qsizetype(ShortMenu().size()));
+    for (std::size_t i = 0; i < ShortMenu().size(); ++i)
+        EXPECT_EQ(trayItems[qsizetype(i)], window->action(ShortMenu()[i]));
+    window->action(command::Topmost)->trigger();
+    EXPECT_TRUE(window->isHidden()) << "a setting from the tray leaves the window in it";
+    EXPECT_TRUE(window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    window->action(command::Exit)->trigger();
+    EXPECT_EQ(exited.size(), 1);
+    EXPECT_EQ(questions->closeQuestions, 1);
+    EXPECT_FALSE(window->trayIcon()->isVisible());
+    EXPECT_TRUE(storedNumber("PosX") && storedNumber("SizeY"));
+
+    openWindow();
+    EXPECT_EQ(rows(), 5) << "the history was saved at the exit";
+}
+
+TEST_F(FilledWindow, DismissedQuestionKeepsTheWindowAndExitIsAskedAgainUnlessRemembered)
+{
+    QSignalSpy exited(window.get(), &CMainDialog::exited);
+    questions->closeAnswer.reset();
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(exited.size(), 0);
+    EXPECT_FALSE(storedNumber("Remember"));
+    EXPECT_FALSE(storedNumber("CloseState"));
+
+    list().removeChecked(); // nothing checked: the list stays whole
+    questions->closeAnswer = ScriptedQuestions::CloseAnswer{false, CloseChoice::Exit};
+    window->close();
+    EXPECT_EQ(exited.size(), 1);
+    EXPECT_EQ(storedNumber("Remember"), 0u);
+    EXPECT_EQ(storedNumber("CloseState"), 1u);
+
+    openWindow();
+    EXPECT_EQ(rows(), 5);
+    QSignalSpy exitedAgain(window.get(), &CMainDialog::exited);
+    window->close();
+    EXPECT_EQ(questions->closeQuestions, 1) << "without Remember the question comes at each close";
+    EXPECT_EQ(exitedAgain.size(), 1);
+
+    // Remembered, the answer Exit ends the program at once.
+    ASSERT_TRUE(RegistryStore::SetDword(kMainKey, QStringLiteral("Remember"), 1));
+    openWindow();
+    QSignalSpy exitedUnasked(window.get(), &CMainDialog::exited);
+    window->close();
+    EXPECT_EQ(questions->closeQuestions, 0);
+    EXPECT_EQ(exitedUnasked.size(), 1);
+}
+
+TEST_F(MainWindow, WithoutATrayEveryCloseExitsUnasked)
+{
+    ASSERT_TRUE(RegistryStore::SetDword(kMainKey, QStringLiteral("Remember"), 1));
+    ASSERT_TRUE(RegistryStore::SetDword(kMainKey, QStringLiteral("CloseState"), 0)); // Minimize
+    trayAvailable = false;
+    openWindow();
+    EXPECT_FALSE(window->trayIcon()->isVisible());
+    QSignalSpy exited(window.get(), &CMainDialog::exited);
+    window->close();
+    EXPECT_EQ(exited.size(), 1);
+    EXPECT_EQ(questions->closeQuestions, 0);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(MainWindow, ExitRemovesTheWorkFolderAndAnUpdateExitInstallsLast)
+{
+    const QString workFolder = DefaultWorkFolder();
+    ASSERT_TRUE(workFolder.startsWith(dataHome.path())) << workFolder.toStdString();
+    EXPECT_TRUE(workFolder.endsWith('/' + QString::number(QCoreApplication::applicationPid())))
+        << "each running copy has a work folder of its own";
+    ASSERT_TRUE(QDir().mkpath(workFolder + QStringLiteral("/menu")));
+    int installs = 0;
+    window->setBeforeUpdateExit([&] {
+        ++installs;
+        EXPECT_TRUE(storedNumber("SizeX")) << "the place is stored before the new program starts";
+        EXPECT_FALSE(QDir(workFolder).exists());
+    });
+    // An update's close neither asks nor hides, whatever the stored answer says.
+    QSignalSpy exited(window.get(), &CMainDialog::exited);
+    EXPECT_TRUE(window->closeWithMarker(CloseMarker::Update));
+    EXPECT_EQ(questions->closeQuestions, 0);
+    EXPECT_EQ(installs, 1);
+    EXPECT_EQ(exited.size(), 1);
+    EXPECT_FALSE(QDir(workFolder).exists());
+
+    // The Exit command does not install.
+    openWindow();
+    window->setBeforeUpdateExit([&] { ++installs; });
+    EXPECT_TRUE(window->closeWithMarker(CloseMarker::ExitCommand));
+    EXPECT_EQ(installs, 1);
+}
+
+TEST_F(MainWindow, PlaceStoredOnALargerScreenIsPulledOntoTheSmallerOne)
+{
+    const QRect workArea = window->screen()->availableGeometry();
+    const QSize size(workArea.width() - 100, workArea.height() - 100);
+    // Left at the lower right of a screen twice as large.
+    ASSERT_TRUE(RegistryStore::SetDword(kMainKey, QStringLiteral("PosX"), quint32(workArea.width() * 2 - size.width())));
+    ASSERT_TRUE(RegistryStore::SetDword(kMainKey, QStringLiteral("PosY"), quint32(workArea.height() * 2 - size.height())));
+    ASSERT_TRUE(RegistryStore::SetDword(kMainKey, QStringLiteral("SizeX"), quint32(size.width())));
+    ASSERT_TRUE(RegistryStore::SetDword(kMainKey, QStringLiteral("SizeY"), quint32(size.height())));
+    openWindow();
+    EXPECT_EQ(window->size(), size);
+    EXPECT_EQ(window->geometry().topLeft(), workArea.bottomRight() + QPoint(1, 1) - QPoint(size.width(), size.height()))
+        << "moved back to end at the work area's edges";
+}
+
+TEST_F(MainWindow, StartDeletesTheOldProgramAnUpdateLeftAndNamesANewCrashReportOnce)
+{
+    const QString oldProgram = folder.filePath(QStringLiteral("zunbrix-gui.bak"));
+    QFile(oldProgram).open(QIODevice::WriteOnly);
+    ASSERT_TRUE(RegistryStore::SetString(kMainKey, QStringLiteral("Delete"), oldProgram));
+    const QString dumps = dataHome.path() + QStringLiteral("/Zunbrix/Dump");
+    ASSERT_TRUE(QDir().mkpath(dumps));
+    const QString report = dumps + QStringLiteral("/zunbrix-gui_2026-01-02 03_04_05.6.dmp");
+    QFile(report).open(QIODevice::WriteOnly);
+    openWindow();
+
+    QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(oldProgram), kWaitMs);
+    QString left;
+    QTRY_VERIFY_WITH_TIMEOUT(RegistryStore::GetString(kMainKey, QStringLiteral("Delete"), left) && left.isEmpty(),
+                             kWaitMs);
+    ASSERT_EQ(questions->messages.size(), 1u);
+    EXPECT_EQ(lastMessage(), QStringLiteral("Zunbrix crashed earlier; its crash report is ") + report);
+
+    openWindow();
+    EXPECT_TRUE(questions->messages.empty()) << "a report is named at one start only";
 }
 
 TEST_F(FilledWindow, TabReachesEveryButtonAndAccessibilityReadsEveryText)
