@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QSettings>
+#include <QUuid>
 #include <QtEndian>
 
 #include <algorithm>
@@ -19,12 +20,20 @@
 // Kept inline they would make every later write of a small value rewrite and reparse the whole INI file. The
 // side file is written atomically before the entry points at it, and removed only after the entry has gone, so
 // a crash at any point leaves a readable value, at worst beside an unused file.
+//
+// A second running copy of the program writes the same file. QSettings locks the INI file for each write, and
+// each write of a side file makes a file of a new name, never one that an entry may still name: so a copy that
+// removes the side file it saw before its write never removes another copy's newer one, and a reader that finds
+// the file it was told of gone reads the entry again. Two copies writing one value at once may leave the loser's
+// side file unused.
 
 namespace zunbrix::registry::file {
 
 namespace {
 
 constexpr qsizetype kSideFileBytes = 64 * 1024;
+// Reads of an entry whose side file went while it was read: each finds the entry changed by another writer.
+constexpr int kReadTries = 5;
 
 const QString kDword = QStringLiteral("dword:");
 const QString kString = QStringLiteral("sz:");
@@ -45,7 +54,8 @@ QString sideFolder(const QString& path)
 }
 
 // Key and value names may hold any character; the file name keeps the value name's letters and digits for a
-// reader's sake and a hash of the full entry for uniqueness, so it is always one plain file in the side folder.
+// reader's sake, a hash of the full entry and a part new for each write, so it is always a new plain file in the
+// side folder.
 QString sideFileName(const QString& entry)
 {
     QString readable;
@@ -54,7 +64,9 @@ QString sideFileName(const QString& entry)
             readable += c;
     }
     const QByteArray hash = QCryptographicHash::hash(entry.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
-    return readable + QLatin1Char('-') + QString::fromLatin1(hash) + QStringLiteral(".bin");
+    const QString written = QUuid::createUuid().toString(QUuid::Id128).left(16);
+    return readable + QLatin1Char('-') + QString::fromLatin1(hash) + QLatin1Char('-') + written +
+           QStringLiteral(".bin");
 }
 
 // The side file an entry names, or "" when it names none or a name this store would not have made (an edited
@@ -147,6 +159,10 @@ bool write(const QString& path, const QString& key, const QString& name, const S
     if (!QDir().mkpath(QFileInfo(path).absolutePath()))
         return false;
     const QString entry = entryName(key, name);
+    // Unchanged: not worth a new file and a rename, which every build would cost.
+    if (const std::optional<StoredValue> stored = read(path, key, name);
+        stored && stored->type == value.type && stored->bytes == value.bytes)
+        return true;
     QString text;
     if (value.type == ValueType::Binary && value.bytes.size() >= kSideFileBytes) {
         const QString file = sideFileName(entry);
@@ -158,8 +174,6 @@ bool write(const QString& path, const QString& key, const QString& name, const S
     }
     QSettings settings(path, QSettings::IniFormat);
     const QString before = settings.value(entry).toString();
-    if (before == text)
-        return true; // unchanged: not worth a new file and a rename, which every build would cost
     settings.setValue(entry, text);
     if (!saved(settings))
         return false;
@@ -169,11 +183,18 @@ bool write(const QString& path, const QString& key, const QString& name, const S
 
 std::optional<StoredValue> read(const QString& path, const QString& key, const QString& name)
 {
-    const QSettings settings(path, QSettings::IniFormat);
-    const QVariant entry = settings.value(entryName(key, name));
-    if (entry.typeId() != QMetaType::QString)
-        return std::nullopt;
-    return decode(path, entry.toString());
+    QString failed;
+    for (int tries = 0; tries < kReadTries; ++tries) {
+        const QSettings settings(path, QSettings::IniFormat);
+        const QVariant entry = settings.value(entryName(key, name));
+        if (entry.typeId() != QMetaType::QString || entry.toString() == failed)
+            return std::nullopt;
+        std::optional<StoredValue> value = decode(path, entry.toString());
+        if (value)
+            return value;
+        failed = entry.toString();
+    }
+    return std::nullopt;
 }
 
 // An INI file has no empty sections, so a key exists as soon as it holds a value; creating one only makes sure
