@@ -47,8 +47,10 @@ screenshots: build
 	@for language in en zh; do \
 	  xvfb-run -a -s "-screen 0 1280x800x24" $(BUILD_DIR)/tests/window_screenshot demo/coolboy.qvl $$language \
 	    docs/main-window-$$language.png || exit 1; \
-	  xvfb-run -a -s "-screen 0 1280x1024x24" $(BUILD_DIR)/tests/design_screenshot $$language \
+	  xvfb-run -a -s "-screen 0 1280x1024x24" $(BUILD_DIR)/tests/design_screenshot $$language factory \
 	    docs/designer-$$language.png || exit 1; \
+	  xvfb-run -a -s "-screen 0 1280x1024x24" $(BUILD_DIR)/tests/design_screenshot $$language custom \
+	    docs/designer-custom-$$language.png || exit 1; \
 	done
 	@xvfb-run -a $(BUILD_DIR)/tests/small_dialogs_screenshots docs
 	@xvfb-run -a $(BUILD_DIR)/tests/rename_dialog_screenshots docs

@@ -11,11 +11,10 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QMouseEvent>
-#include <QPushButton>
 #include <QShortcut>
-#include <QSignalBlocker>
 #include <QStyleHints>
 
 namespace zunbrix {
@@ -30,9 +29,9 @@ struct PictureLabel {
 };
 
 constexpr PictureLabel kPictureLabels[] = {
-    {DesignView::TargetCharRow, text::TargetLabel, 200},
-    {DesignView::SourceCharRow, text::SourceLabel, 200},
-    {DesignView::NameTableView, text::NameTableLabel, 200},
+    {DesignView::TargetCharRow, text::TargetLabel, 100},
+    {DesignView::SourceCharRow, text::SourceLabel, 100},
+    {DesignView::NameTableView, text::NameTableLabel, 90},
     {DesignView::BgChrView, text::ChrLabel, 400},
     {DesignView::AttrView, text::ColorAttributeLabel, 140},
     {DesignView::BgPaletteView, text::BkgPaletteLabel, 256},
@@ -41,22 +40,16 @@ constexpr PictureLabel kPictureLabels[] = {
 };
 constexpr int kLabelHeight = 18;
 
-// Check boxes that set a flag of the window's own and redraw; they make no undo step.
-struct FlagBox {
-    int text;
-    bool DesignEditor::* flag;
-};
-
-constexpr FlagBox kFlagBoxes[] = {
-    {text::FillColorCheck, &DesignEditor::FillColor},   {text::DrawLineCheck, &DesignEditor::DrawLine},
-    {text::DragTextCheck, &DesignEditor::DragText},     {text::MarkCursorCheck, &DesignEditor::MarkCursor},
-    {text::QuickActionCheck, &DesignEditor::QuickStamp},
-};
-
-Position clientPoint(const QMouseEvent* event)
+// The arrow keys move sprites as the sprite group's arrows do.
+int spriteArrowOf(int key)
 {
-    const QPoint point = event->position().toPoint();
-    return {point.x(), point.y()};
+    switch (key) {
+    case Qt::Key_Left: return design_command::SpriteLeft;
+    case Qt::Key_Right: return design_command::SpriteRight;
+    case Qt::Key_Up: return design_command::SpriteUp;
+    case Qt::Key_Down: return design_command::SpriteDown;
+    default: return 0;
+    }
 }
 
 } // namespace
@@ -71,30 +64,39 @@ bool CDesignDialog::Host::ctrlHeld() const
     return QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ControlModifier);
 }
 
-CDesignDialog::CDesignDialog(DesignDocument& document, Language language, QWidget* parent)
+CDesignDialog::CDesignDialog(DesignDocument& document, Language language, QWidget* parent,
+                             std::unique_ptr<DesignQuestions> questions)
     : QDialog(parent),
       language_(language),
       editor_(document),
       controller_(editor_, atlas_, host_),
+      questions_(std::move(questions)),
       canvasThread_([this](const CanvasScene& scene, Surface& work) { renderer_.draw(scene, work); },
                     [this] { Q_EMIT canvasHandedOver(); })
 {
-    setFixedSize(kDesignClientWidth, kDesignClientHeight);
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
+    // The pictures' places are measured in a client area beneath the menu bar, as the gestures expect.
+    menuBar_ = new QMenuBar(this);
+    const int menuHeight = menuBar_->sizeHint().height();
+    menuBar_->setGeometry(0, 0, kDesignClientWidth, menuHeight);
+    client_ = new QWidget(this);
+    client_->setGeometry(0, menuHeight, kDesignClientWidth, kDesignClientHeight);
+    client_->setMouseTracking(true);
+    setFixedSize(kDesignClientWidth, menuHeight + kDesignClientHeight);
 
     for (const ViewPlace& place : kViewPlaces) {
         const auto index = static_cast<std::size_t>(place.view);
         DesignPicture::Source source = [this, index](const auto& show) { show(views_[index]); };
         if (place.view == DesignView::NameTableView)
             source = [this](const auto& show) { canvasThread_.withDisplay(show); };
-        auto* picture = new DesignPicture(std::move(source), this);
+        auto* picture = new DesignPicture(std::move(source), client_);
         picture->setGeometry(place.left, place.top, place.width, place.height);
         pictures_[index] = picture;
     }
     for (const PictureLabel& caption : kPictureLabels) {
         const ViewPlace& place = viewPlace(caption.view);
-        auto* label = new QLabel(this);
+        auto* label = new QLabel(client_);
         label->setGeometry(place.left, place.top - kLabelHeight - 2, caption.width, kLabelHeight);
         labels_.emplace_back(label, caption.text);
     }
@@ -106,77 +108,17 @@ CDesignDialog::CDesignDialog(DesignDocument& document, Language language, QWidge
                                  Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput);
     preview_->setAttribute(Qt::WA_ShowWithoutActivating);
 
-    // Beneath the canvas, where the window has room; they leave the keyboard to the window.
-    undoButton_ = new QPushButton(this);
-    redoButton_ = new QPushButton(this);
-    const ViewPlace& canvas = viewPlace(DesignView::NameTableView);
-    undoButton_->setGeometry(canvas.left, canvas.top + canvas.height + 16, 96, 28);
-    redoButton_->setGeometry(canvas.left + 104, canvas.top + canvas.height + 16, 96, 28);
-    for (QPushButton* button : {undoButton_, redoButton_})
-        button->setFocusPolicy(Qt::NoFocus);
-    connect(undoButton_, &QPushButton::clicked, this, [this] { stepHistory(Undo); });
-    connect(redoButton_, &QPushButton::clicked, this, [this] { stepHistory(Redo); });
     auto* undoKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z), this);
     auto* redoKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y), this);
-    connect(undoKey, &QShortcut::activated, this, [this] { stepHistory(Undo); });
-    connect(redoKey, &QShortcut::activated, this, [this] { stepHistory(Redo); });
+    connect(undoKey, &QShortcut::activated, this, [this] { runCommand(design_command::Undo); });
+    connect(redoKey, &QShortcut::activated, this, [this] { runCommand(design_command::Redo); });
 
-    addCheckBoxes();
+    addControls();
+    addFields();
+    addMenus();
     setLanguage(language);
     updateUndoButtons();
-}
-
-// Two columns beneath the undo buttons.
-void CDesignDialog::addCheckBoxes()
-{
-    const ViewPlace& canvas = viewPlace(DesignView::NameTableView);
-    const auto add = [this, &canvas](int text) {
-        const auto index = static_cast<int>(checkBoxes_.size());
-        auto* box = new QCheckBox(this);
-        box->setFocusPolicy(Qt::NoFocus);
-        box->setGeometry(canvas.left + (index % 2) * 256, canvas.top + canvas.height + 60 + (index / 2) * 26, 248, 22);
-        checkBoxes_.emplace_back(box, text);
-        return box;
-    };
-    for (const FlagBox& flagBox : kFlagBoxes) {
-        QCheckBox* box = add(flagBox.text);
-        flagBoxes_.emplace_back(box, flagBox.flag);
-        connect(box, &QCheckBox::toggled, this, [this, flag = flagBox.flag](bool on) {
-            editor_.*flag = on;
-            redrawEverything();
-        });
-    }
-    bigCursorBox_ = add(text::BigCursorCheck);
-    connect(bigCursorBox_, &QCheckBox::toggled, this, [this](bool on) {
-        SetBigCursor(editor_, on);
-        redrawEverything();
-    });
-    bigSpriteBox_ = add(text::BigSpriteCheck);
-    connect(bigSpriteBox_, &QCheckBox::toggled, this, [this](bool on) {
-        SetBigSprite(editor_, on);
-        redrawEverything();
-    });
-}
-
-QCheckBox* CDesignDialog::checkBox(int text) const
-{
-    for (const auto& [box, number] : checkBoxes_) {
-        if (number == text)
-            return box;
-    }
-    return nullptr;
-}
-
-void CDesignDialog::showChecks()
-{
-    for (const auto& [box, flag] : flagBoxes_) {
-        const QSignalBlocker quiet(box);
-        box->setChecked(editor_.*flag);
-    }
-    const QSignalBlocker quietCursor(bigCursorBox_);
-    bigCursorBox_->setChecked(editor_.BigCursor != 0);
-    const QSignalBlocker quietSprite(bigSpriteBox_);
-    bigSpriteBox_->setChecked(editor_.document().BigSprite != 0);
+    updateFlipBoxes();
 }
 
 CDesignDialog::~CDesignDialog()
@@ -196,12 +138,21 @@ void CDesignDialog::setLanguage(Language language)
 {
     language_ = language;
     setWindowTitle(StringTable::Get(text::DesignerTitle, language));
-    undoButton_->setText(StringTable::Get(text::UndoButton, language));
-    redoButton_->setText(StringTable::Get(text::RedoButton, language));
     for (const auto& [label, number] : labels_)
         label->setText(StringTable::Get(number, language));
-    for (const auto& [box, number] : checkBoxes_)
-        box->setText(StringTable::Get(number, language));
+    for (const auto& [button, number] : buttonTexts_)
+        button->setText(StringTable::Get(number, language));
+    for (const auto& [menu, number] : menuTexts_)
+        menu->setTitle(StringTable::Get(number, language));
+    for (const auto& [action, number] : actionTexts_)
+        action->setText(StringTable::Get(number, language));
+}
+
+// Events reach the window in its own points; the gestures take them in the client area's.
+Position CDesignDialog::clientPoint(const QMouseEvent* event) const
+{
+    const QPoint point = event->position().toPoint() - client_->pos();
+    return {point.x(), point.y()};
 }
 
 void CDesignDialog::mousePressEvent(QMouseEvent* event)
@@ -237,14 +188,16 @@ void CDesignDialog::keyPressEvent(QKeyEvent* event)
         close();
         return;
     case Qt::Key_Delete:
-        DeleteSelection(editor_);
-        redrawEverything();
+        deleteSelection();
         return;
     case Qt::Key_Shift:
         controller_.shiftKeyDown();
         return;
     default:
-        QDialog::keyPressEvent(event);
+        if (const int arrow = spriteArrowOf(event->key()); arrow != 0 && event->modifiers() == Qt::NoModifier)
+            runCommand(arrow);
+        else
+            QDialog::keyPressEvent(event);
     }
 }
 
@@ -286,6 +239,10 @@ void CDesignDialog::apply(const GestureResult& result)
     requestCanvas();
     showPreview();
     showChecks();
+    if (result.flipChecks)
+        showFlipChecks(*result.flipChecks);
+    if (result.updateFlipBoxes)
+        updateFlipBoxes();
     updateUndoButtons();
 }
 
@@ -359,7 +316,14 @@ void CDesignDialog::showPreview()
 void CDesignDialog::redrawEverything()
 {
     atlas_.RebuildAtlas(editor_.document(), 0, 4, 0, 4);
-    apply(GestureResult{ViewSet::all(), false, std::nullopt});
+    showFields();
+    apply(GestureResult{ViewSet::all(), true, std::nullopt});
+}
+
+void CDesignDialog::deleteSelection()
+{
+    DeleteSelection(editor_);
+    redrawEverything();
 }
 
 void CDesignDialog::stepHistory(DesignResult (*step)(DesignEditor&))
@@ -372,8 +336,8 @@ void CDesignDialog::stepHistory(DesignResult (*step)(DesignEditor&))
 
 void CDesignDialog::updateUndoButtons()
 {
-    undoButton_->setEnabled(editor_.history.undoEnabled);
-    redoButton_->setEnabled(editor_.history.redoEnabled);
+    undoButton()->setEnabled(editor_.history.undoEnabled);
+    redoButton()->setEnabled(editor_.history.redoEnabled);
 }
 
 } // namespace zunbrix

@@ -1,11 +1,15 @@
 #pragma once
 
-// The menu designer's window: the canvas and the pictures beside it at their fixed places, driven by the
-// mouse gestures, with undo and redo. The main window creates it modeless on the process's design document,
-// hands over the caption and the sample names through editor() (SetCaption, SetList), calls openDesign() and
-// shows it. Closing it (the close button or Escape) saves the design to the settings store; finished() follows.
+// The menu designer's window: the canvas and the pictures beside it at their fixed places in a client area
+// beneath the menu bar, driven by the mouse gestures, the buttons and menu commands (design_commands.cpp),
+// the Load and Save buttons (design_files.cpp) and the caption and text fields (design_fields.cpp). The main
+// window creates it modeless on the process's design document, hands over the caption and the sample names
+// through editor() (SetCaption, SetList), calls openDesign() and shows it. Closing it (the close button,
+// Escape or Exit) saves the design to the settings store; finished() follows.
 
+#include "app/design_commands.h"
 #include "app/design_picture.h"
+#include "app/design_questions.h"
 #include "designer/canvas_renderer.h"
 #include "designer/canvas_thread.h"
 #include "designer/design_editor.h"
@@ -17,13 +21,20 @@
 #include <QDialog>
 
 #include <array>
+#include <cstdint>
+#include <map>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
 
+class QAbstractButton;
+class QAction;
 class QCheckBox;
 class QLabel;
-class QPushButton;
+class QLineEdit;
+class QMenu;
+class QMenuBar;
 
 namespace zunbrix {
 
@@ -31,7 +42,8 @@ class CDesignDialog : public QDialog {
     Q_OBJECT
 
 public:
-    CDesignDialog(DesignDocument& document, Language language, QWidget* parent = nullptr);
+    CDesignDialog(DesignDocument& document, Language language, QWidget* parent = nullptr,
+                  std::unique_ptr<DesignQuestions> questions = std::make_unique<DesignDialogQuestions>());
     ~CDesignDialog() override;
 
     DesignEditor& editor() { return editor_; }
@@ -40,13 +52,22 @@ public:
     bool openDesign();
     void setLanguage(Language language);
 
-    // The picture showing `view`, for the tests and the screenshots.
+    // Runs the command of that number (design_commands.h) as its button, check box or menu item does.
+    void runCommand(int command);
+
+    // For the tests and the screenshots: the area the pictures' places are measured in, the picture showing
+    // `view`, the button or check box and the menu item of a command.
+    QWidget* client() const { return client_; }
     QWidget* picture(DesignView view) const { return pictures_[static_cast<std::size_t>(view)]; }
-    // The check box showing the text of that number.
-    QCheckBox* checkBox(int text) const;
+    QAbstractButton* control(int command) const;
+    QCheckBox* checkBox(int command) const;
+    QAction* menuAction(int command) const;
+    QMenuBar* menuBar() const { return menuBar_; }
+    QLineEdit* captionField() const { return captionField_; }
+    QLineEdit* textField() const { return textField_; }
     QWidget* dragPreview() const { return preview_; }
-    QPushButton* undoButton() const { return undoButton_; }
-    QPushButton* redoButton() const { return redoButton_; }
+    QAbstractButton* undoButton() const { return control(design_command::Undo); }
+    QAbstractButton* redoButton() const { return control(design_command::Redo); }
 
 Q_SIGNALS:
     // Emitted on the canvas thread when it hands over a new picture; delivered queued.
@@ -60,6 +81,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    // The keys of the caption and text fields.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // Where the gestures find the pictures and the keys.
@@ -73,6 +96,7 @@ private:
     // Qt hands over the second press of a double click as a press followed by the double click; the gestures
     // take the double click in its place. Judged by the same rule as Qt's: time, distance and button.
     bool secondPressOfDoubleClick(const QMouseEvent* event);
+    Position clientPoint(const QMouseEvent* event) const;
     void apply(const GestureResult& result);
     // Draws the pictures named again; the canvas through its thread.
     void redraw(ViewSet views);
@@ -81,9 +105,24 @@ private:
     void showPreview();
     // After the document changed wholesale (undo, redo, delete): every colour and every picture anew.
     void redrawEverything();
-    void addCheckBoxes();
-    // The check boxes as the editor stands: the gestures drop the quick modes, undo brings a cursor back.
+    // The buttons, check boxes, fields and labels at their places; the menu bar (design_commands.cpp).
+    void addControls();
+    void addMenus();
+    // The caption and text fields (design_fields.cpp).
+    void addFields();
+    bool fieldKeyPressed(QLineEdit* field, const QKeyEvent* event);
+    void fieldKeyReleased(QLineEdit* field, const QKeyEvent* event);
+    // The Load and Save buttons (design_files.cpp); false for any other command.
+    bool runFileCommand(int command);
+    // The check boxes and display items as the editor stands: the gestures drop the quick modes, undo
+    // brings a cursor back; the fields show the caption and text kept.
     void showChecks();
+    void showFields();
+    void updateFlipBoxes();
+    // The flip check boxes show the bits of a sprite taken up or dropped.
+    void showFlipChecks(std::uint8_t bits);
+    // A command of the Delete key: it works also while a field has the focus.
+    void deleteSelection();
     // Undo or Redo; a snapshot that can't be applied is named in a message and the design stays.
     void stepHistory(DesignResult (*step)(DesignEditor&));
     void updateUndoButtons();
@@ -95,15 +134,20 @@ private:
     Host host_;
     GestureController controller_;
     std::array<Surface, kViewPlaces.size()> views_;
+    std::unique_ptr<DesignQuestions> questions_;
+    QMenuBar* menuBar_ = nullptr;
+    QWidget* client_ = nullptr;
     std::array<DesignPicture*, kViewPlaces.size()> pictures_{};
-    std::vector<std::pair<QLabel*, int>> labels_; // with the number of its text
-    std::vector<std::pair<QCheckBox*, int>> checkBoxes_; // with the number of its text
-    std::vector<std::pair<QCheckBox*, bool DesignEditor::*>> flagBoxes_;
-    QCheckBox* bigCursorBox_ = nullptr;
-    QCheckBox* bigSpriteBox_ = nullptr;
+    // Each with the number of its text.
+    std::vector<std::pair<QLabel*, int>> labels_;
+    std::vector<std::pair<QAbstractButton*, int>> buttonTexts_;
+    std::vector<std::pair<QMenu*, int>> menuTexts_;
+    std::vector<std::pair<QAction*, int>> actionTexts_;
+    std::map<int, QAbstractButton*> controls_; // by command
+    std::map<int, QAction*> actions_;          // by command
+    QLineEdit* captionField_ = nullptr;
+    QLineEdit* textField_ = nullptr;
     DesignPicture* preview_ = nullptr;
-    QPushButton* undoButton_ = nullptr;
-    QPushButton* redoButton_ = nullptr;
     std::optional<QPoint> firstPress_; // a left press that a second one may make a double click
     quint64 firstPressTime_ = 0;
     bool saved_ = false;

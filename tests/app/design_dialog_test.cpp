@@ -1,15 +1,17 @@
 // The designer's window on the offscreen platform, driven by mouse and key events as a user drives it, on a
 // settings folder of its own.
-#include "app/design_dialog.h"
-#include "app/scripted_questions.h"
-#include "designer/document.h"
+#include "app/design_dialog_fixture.h"
 #include "frame/text_ids.h"
-#include "support/private_settings.h"
 
+#include <QAction>
 #include <QCheckBox>
+#include <QFile>
 #include <QImage>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -17,69 +19,10 @@
 namespace zunbrix {
 namespace {
 
-// Point (x, y) of a picture, in the window's client area.
-QPoint at(DesignView view, int x, int y)
-{
-    const ViewPlace& place = viewPlace(view);
-    return {place.left + x, place.top + y};
-}
-
-// The middle of a 16-pixel cell of a picture.
-QPoint cellOf(DesignView view, int column, int row)
-{
-    return at(view, column * 16 + 8, row * 16 + 8);
-}
-
-// The two bits of pixel (x, y) of background tile `tile` in the pattern table: plane 0 in the tile's first
-// eight bytes, plane 1 in the next eight, the leftmost pixel in bit 7.
-int bkgPixel(const DesignDocument& document, int tile, int x, int y)
-{
-    const auto row = static_cast<std::size_t>(tile * 16 + y);
-    const int bit = 7 - x;
-    return ((document.ChrData[row] >> bit) & 1) | (((document.ChrData[row + 8] >> bit) & 1) << 1);
-}
-
-class DesignDialogTest : public ::testing::Test {
-protected:
-    DesignDialogTest()
-    {
-        EXPECT_TRUE(dialog_.openDesign());
-        dialog_.show();
-        dialog_.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog_));
-    }
-
-    // Tile editor pixel (3, 2) of tile 0, the background tile the designer starts on, in palette entry 1.
-    void paintPixel() { QTest::mouseClick(&dialog_, Qt::LeftButton, {}, cellOf(DesignView::BgTileEditor, 3, 2)); }
-    // Tile $21 of the background bank onto cell (10, 12) of the name table.
-    void dragTile()
-    {
-        QTest::mousePress(&dialog_, Qt::LeftButton, {}, cellOf(DesignView::BgChrView, 1, 2));
-        QTest::mouseMove(&dialog_, cellOf(DesignView::NameTableView, 8, 8));
-        // The tile follows the pointer in a popup that leaves the focus where it was.
-        EXPECT_TRUE(dialog_.dragPreview()->isVisible());
-        EXPECT_EQ(dialog_.dragPreview()->size(), QSize(18, 18));
-        EXPECT_TRUE(dialog_.isActiveWindow());
-        QTest::mouseMove(&dialog_, cellOf(DesignView::NameTableView, 10, 12));
-        QTest::mouseRelease(&dialog_, Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 10, 12));
-        EXPECT_FALSE(dialog_.dragPreview()->isVisible());
-    }
-    QImage canvas() const { return dialog_.picture(DesignView::NameTableView)->grab().toImage(); }
-    const TileList& placedTiles() const { return document_.BkgTileList; }
-
-    QApplication& application_ = testing::windowApplication();
-    testing::PrivateSettings settings_;
-    DesignDocument document_;
-    CDesignDialog dialog_{document_, Language::English};
-};
-
-void expectTile21At10And12(const TileList& tiles)
-{
-    ASSERT_EQ(tiles.size(), 1u);
-    EXPECT_EQ(tiles[0].tile, 0x21);
-    EXPECT_EQ(tiles[0].x, 10);
-    EXPECT_EQ(tiles[0].y, 12);
-}
+using testing::DesignDialogTest;
+using testing::cellOf;
+using testing::bkgPixel;
+using testing::expectTile21At10And12;
 
 TEST_F(DesignDialogTest, PaintsAPixelOfTheTileUnderEditWithTheMouse)
 {
@@ -124,7 +67,7 @@ TEST_F(DesignDialogTest, DeleteRemovesTheSelectedTileAsOneStep)
     dragTile();
     ASSERT_EQ(placedTiles().size(), 1u);
     // A double click on the placed tile selects it.
-    QTest::mouseDClick(&dialog_, Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 10, 12));
+    QTest::mouseDClick(dialog_.client(), Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 10, 12));
     ASSERT_TRUE(placedTiles()[0].isSelected());
     QTest::keyClick(&dialog_, Qt::Key_Delete);
     EXPECT_TRUE(placedTiles().empty());
@@ -136,14 +79,14 @@ TEST_F(DesignDialogTest, DragTextCheckBoxLetsAPlacedTileBeMoved)
 {
     dragTile();
     const auto moveTile = [&] {
-        QTest::mousePress(&dialog_, Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 10, 12));
-        QTest::mouseMove(&dialog_, cellOf(DesignView::NameTableView, 3, 4));
-        QTest::mouseRelease(&dialog_, Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 3, 4));
+        QTest::mousePress(dialog_.client(), Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 10, 12));
+        QTest::mouseMove(dialog_.client(), cellOf(DesignView::NameTableView, 3, 4));
+        QTest::mouseRelease(dialog_.client(), Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 3, 4));
     };
     moveTile();
     expectTile21At10And12(placedTiles());
 
-    dialog_.checkBox(text::DragTextCheck)->click();
+    dialog_.checkBox(design_command::DragText)->click();
     EXPECT_TRUE(dialog_.editor().DragText);
     moveTile();
     ASSERT_EQ(placedTiles().size(), 1u);
@@ -153,7 +96,7 @@ TEST_F(DesignDialogTest, DragTextCheckBoxLetsAPlacedTileBeMoved)
 
 TEST_F(DesignDialogTest, BigCursorCheckBoxIsAnUndoStepAndFollowsTheUndo)
 {
-    QCheckBox* bigCursor = dialog_.checkBox(text::BigCursorCheck);
+    QCheckBox* bigCursor = dialog_.checkBox(design_command::BigCursor);
     ASSERT_FALSE(bigCursor->isChecked());
     bigCursor->click();
     EXPECT_EQ(dialog_.editor().BigCursor, 1);
@@ -205,6 +148,249 @@ TEST_F(DesignDialogTest, LanguageSwitchRetitlesTheWindow)
     EXPECT_EQ(dialog_.redoButton()->text(), QStringLiteral("重做"));
     EXPECT_TRUE(labels().contains(QStringLiteral("背景调色板")));
     EXPECT_FALSE(labels().contains(QStringLiteral("Background palette")));
+}
+
+} // namespace
+} // namespace zunbrix
+
+namespace zunbrix {
+namespace {
+
+namespace c = design_command;
+using testing::DesignDialogTest;
+
+// Three sprites at (100, 50), (120, 60), (140, 70); only those named are selected.
+void placeThreeSprites(DesignEditor& editor, std::initializer_list<int> selected)
+{
+    for (int i = 0; i < 3; ++i) {
+        TileEntry sprite;
+        sprite.x = 100 + i * 20;
+        sprite.y = 50 + i * 10;
+        sprite.tile = 0x41;
+        sprite.setSelected(std::find(selected.begin(), selected.end(), i) != selected.end());
+        editor.addSprite(sprite);
+    }
+}
+
+std::vector<std::pair<int, int>> spritePlaces(const DesignDocument& document)
+{
+    std::vector<std::pair<int, int>> places;
+    for (const TileEntry& sprite : document.SpriteTileList)
+        places.emplace_back(sprite.x, sprite.y);
+    return places;
+}
+
+using Places = std::vector<std::pair<int, int>>;
+
+TEST_F(DesignDialogTest, ArrowKeysAndButtonsMoveTheSelectedSpriteOrAllAndUndoTakesEachBack)
+{
+    placeThreeSprites(dialog_.editor(), {1});
+    QTest::keyClick(&dialog_, Qt::Key_Right);
+    QTest::keyClick(&dialog_, Qt::Key_Up);
+    EXPECT_EQ(spritePlaces(document_), (Places{{100, 50}, {121, 59}, {140, 70}}));
+    dialog_.control(c::SpriteLeft)->click();
+    dialog_.control(c::SpriteDown)->click();
+    EXPECT_EQ(spritePlaces(document_), (Places{{100, 50}, {120, 60}, {140, 70}}));
+
+    // Each arrow is a step of its own.
+    QTest::keyClick(&dialog_, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(&dialog_, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(spritePlaces(document_), (Places{{100, 50}, {121, 59}, {140, 70}}));
+    QTest::keyClick(&dialog_, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(spritePlaces(document_), (Places{{100, 50}, {120, 59}, {140, 70}}));
+
+    // With all selected, or none, every sprite moves; nothing holds them on the screen.
+    dialog_.runCommand(c::SelectAllSprites);
+    dialog_.control(c::SpriteLeft)->click();
+    EXPECT_EQ(spritePlaces(document_), (Places{{99, 50}, {119, 59}, {139, 70}}));
+    for (TileEntry& sprite : document_.SpriteTileList)
+        sprite.setSelected(false);
+    for (int i = 0; i < 51; ++i)
+        QTest::keyClick(&dialog_, Qt::Key_Up);
+    EXPECT_EQ(spritePlaces(document_), (Places{{99, -1}, {119, 8}, {139, 19}}));
+}
+
+TEST_F(DesignDialogTest, BackgroundAndAttributeArrowsMoveByCellsAndQuadrants)
+{
+    dragTile();
+    dialog_.control(c::BkgRight)->click();
+    dialog_.control(c::BkgDown)->click();
+    ASSERT_EQ(placedTiles().size(), 1u);
+    EXPECT_EQ(placedTiles()[0].x, 11);
+    EXPECT_EQ(placedTiles()[0].y, 13);
+
+    document_.Attributes.fill(0);
+    document_.Attributes[9] = 0b11; // top left quadrant of the byte at column 1, row 1
+    dialog_.control(c::AttrLeft)->click();
+    // One quadrant left: the bits move to the top right quadrant of the byte at column 0.
+    EXPECT_EQ(document_.Attributes[8], 0b1100);
+    EXPECT_EQ(document_.Attributes[9], 0);
+}
+
+TEST_F(DesignDialogTest, MenuCommandsChangeTheDesignEachAsOneUndoStep)
+{
+    QMenuBar* bar = dialog_.menuBar();
+    QStringList titles;
+    for (const QAction* popup : bar->actions())
+        titles << popup->text();
+    EXPECT_EQ(titles, (QStringList{"File(&F)", "Edit(&E)", "Tile tool(&T)", "Display(&S)"}));
+
+    // Pixels of colour 1 in the marked tile '!' become colour 2 and back.
+    const auto pixelsOf = [&](int colour) {
+        int count = 0;
+        for (int y = 0; y < 8; ++y) {
+            for (int x = 0; x < 8; ++x)
+                count += bkgPixel(document_, 0x21, x, y) == colour ? 1 : 0;
+        }
+        return count;
+    };
+    const int ones = pixelsOf(1);
+    ASSERT_GT(ones, 0);
+    ASSERT_EQ(pixelsOf(2), 0);
+    document_.SelectedBkgTiles[0x21] = 1;
+    dialog_.menuAction(c::SwapColors12)->trigger();
+    EXPECT_EQ(pixelsOf(2), ones);
+    dialog_.menuAction(c::PixelsDown)->trigger();
+    EXPECT_EQ(bkgPixel(document_, 0x21, 3, 0), 0);
+    QTest::keyClick(&dialog_, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(&dialog_, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(pixelsOf(1), ones);
+    EXPECT_FALSE(dialog_.undoButton()->isEnabled());
+
+    // The character map: all 64 factory glyphs into blank tiles from the selected one on.
+    dialog_.menuAction(c::AutoMapAllCharacters)->trigger();
+    EXPECT_NE(document_.CharMapData[0x41], 0x41);
+    dialog_.control(c::ResetCharMap)->click();
+    EXPECT_EQ(document_.CharMapData[0x41], 0x41);
+
+    // A guard that fails adds no step: the odd-even exchange wants 8x16 sprites.
+    dialog_.undoButton()->click();
+    dialog_.undoButton()->click();
+    ASSERT_FALSE(dialog_.undoButton()->isEnabled());
+    dialog_.menuAction(c::ExchangeOddEven)->trigger();
+    dialog_.control(c::SwapSpriteHalves)->click();
+    EXPECT_FALSE(dialog_.undoButton()->isEnabled());
+}
+
+TEST_F(DesignDialogTest, ResetOfTheWholeMenuIsOneStep)
+{
+    paintPixel();
+    dragTile();
+    document_.BkgPalette[1] = 0x30;
+    dialog_.runCommand(c::AddText); // empty field: nothing added, no step
+    dialog_.control(c::ResetMenu)->click();
+    EXPECT_TRUE(placedTiles().empty());
+    EXPECT_EQ(bkgPixel(document_, 0, 3, 2), 0);
+    EXPECT_EQ(document_.BkgPalette, kDefaultBkgPalette);
+    dialog_.undoButton()->click();
+    expectTile21At10And12(placedTiles());
+    EXPECT_EQ(bkgPixel(document_, 0, 3, 2), 1);
+}
+
+TEST_F(DesignDialogTest, DisplayItemsAndFlagBoxesRedrawWithoutAnUndoStep)
+{
+    QAction* showList = dialog_.menuAction(c::ShowList);
+    ASSERT_TRUE(showList->isCheckable());
+    EXPECT_TRUE(showList->isChecked());
+    showList->trigger();
+    EXPECT_FALSE(dialog_.editor().Show_List);
+    EXPECT_FALSE(showList->isChecked());
+    dialog_.runCommand(c::ShowList);
+    EXPECT_TRUE(dialog_.editor().Show_List);
+    EXPECT_TRUE(showList->isChecked());
+
+    dialog_.checkBox(c::FillColor)->click();
+    dialog_.checkBox(c::QuickToBg)->click();
+    EXPECT_TRUE(dialog_.editor().FillColor);
+    EXPECT_TRUE(dialog_.editor().QuickToBg);
+    EXPECT_FALSE(dialog_.undoButton()->isEnabled());
+    // Unlike 8x16 sprites, which make a step.
+    dialog_.checkBox(c::BigSprite)->click();
+    EXPECT_EQ(document_.BigSprite, 1);
+    EXPECT_TRUE(dialog_.undoButton()->isEnabled());
+
+    // A click outside the strips and the background tiles drops the quick mode, and its box shows it.
+    QTest::mouseClick(dialog_.client(), Qt::LeftButton, {}, testing::cellOf(DesignView::AttrView, 0, 0));
+    EXPECT_FALSE(dialog_.editor().QuickToBg);
+    EXPECT_FALSE(dialog_.checkBox(c::QuickToBg)->isChecked());
+}
+
+TEST_F(DesignDialogTest, FlipBoxesServeTheSelectedSpritesAndTheMiddleButtonTheCursor)
+{
+    placeThreeSprites(dialog_.editor(), {});
+    dialog_.runCommand(c::SelectAllSprites); // redraws, so the boxes follow
+    QCheckBox* vertical = dialog_.checkBox(c::VerticalFlip);
+    ASSERT_TRUE(vertical->isEnabled());
+    dialog_.checkBox(c::BehindBackground)->click();
+    for (const TileEntry& sprite : document_.SpriteTileList)
+        EXPECT_EQ(sprite.flip, TileEntry::kBehindBackground);
+
+    dialog_.runCommand(c::InvertSprites);
+    EXPECT_FALSE(vertical->isEnabled());
+    QTest::mouseClick(dialog_.client(), Qt::MiddleButton, {}, testing::cellOf(DesignView::NameTableView, 1, 1));
+    EXPECT_TRUE(vertical->isEnabled());
+    vertical->click();
+    EXPECT_EQ(document_.ArrowTile.flip & TileEntry::kFlipVertical, TileEntry::kFlipVertical);
+}
+
+TEST_F(DesignDialogTest, CaptionFieldHoldsThirtyTwoCharactersByRefusingKeys)
+{
+    QLineEdit* caption = dialog_.captionField();
+    caption->setFocus();
+    caption->clear();
+    QTest::keyClicks(caption, "HELLO");
+    EXPECT_EQ(document_.CaptionText, QStringLiteral("HELLO"));
+    EXPECT_EQ(dialog_.editor().CaptionEdit, QStringLiteral("HELLO"));
+
+    QTest::keyClicks(caption, QString(40, QLatin1Char('X')));
+    EXPECT_EQ(caption->text().size(), 32);
+    QTest::keyClick(caption, Qt::Key_Backspace);
+    EXPECT_EQ(caption->text().size(), 31);
+    EXPECT_EQ(document_.CaptionText.size(), 31);
+    // Typing is no undo step.
+    EXPECT_FALSE(dialog_.undoButton()->isEnabled());
+}
+
+TEST_F(DesignDialogTest, TextFieldHoldsThirtyTwoAndAddPlacesItsText)
+{
+    QLineEdit* text = dialog_.textField();
+    text->setFocus();
+    QTest::keyClicks(text, QString(40, QLatin1Char('A')));
+    EXPECT_EQ(text->text().size(), 32);
+    dialog_.control(c::AddText)->click();
+    ASSERT_EQ(document_.CustomText.size(), 1u);
+    EXPECT_EQ(document_.CustomText[0].text, QString(32, QLatin1Char('A')));
+    EXPECT_EQ(document_.CustomText[0].x, 0);
+    EXPECT_EQ(document_.CustomText[0].y, 0);
+    dialog_.control(c::ResetTextList)->click();
+    EXPECT_TRUE(document_.CustomText.empty());
+}
+
+TEST_F(DesignDialogTest, KeysInAFieldStillDeleteTheSelectionUndoAndClose)
+{
+    placeThreeSprites(dialog_.editor(), {0, 2});
+    QLineEdit* text = dialog_.textField();
+    text->setFocus();
+    QTest::keyClicks(text, "AB");
+    QTest::keyClick(text, Qt::Key_Home);
+    QTest::keyClick(text, Qt::Key_Delete);
+    EXPECT_EQ(text->text(), QStringLiteral("B"));
+    EXPECT_EQ(spritePlaces(document_), (Places{{120, 60}}));
+    QTest::keyClick(text, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(document_.SpriteTileList.size(), 3u);
+    QTest::keyClick(text, Qt::Key_Escape);
+    EXPECT_FALSE(dialog_.isVisible());
+}
+
+TEST_F(DesignDialogTest, LanguageSwitchRenamesMenusAndButtons)
+{
+    EXPECT_EQ(dialog_.menuAction(c::ShowCursor)->text(), QStringLiteral("Show Cursor"));
+    EXPECT_EQ(dialog_.control(c::LoadMenu)->text(), QStringLiteral("Load"));
+    dialog_.setLanguage(Language::Chinese);
+    EXPECT_EQ(dialog_.menuAction(c::ShowCursor)->text(), QStringLiteral("显示光标"));
+    EXPECT_EQ(dialog_.menuBar()->actions().at(2)->text(), QStringLiteral("图块工具(&T)"));
+    EXPECT_EQ(dialog_.control(c::LoadMenu)->text(), QStringLiteral("加载"));
+    EXPECT_EQ(dialog_.checkBox(c::QuickFromBg)->text(), QStringLiteral("从背景CHR快速替换"));
 }
 
 } // namespace

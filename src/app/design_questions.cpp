@@ -1,0 +1,42 @@
+#include "app/design_questions.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace zunbrix {
+
+namespace {
+
+// Titles come from the system; the dialog keeps to the types offered.
+ChosenDesignFile choose(QWidget* parent, QFileDialog::AcceptMode mode, const QStringList& filters,
+                        const QString& startPath, int startFilter)
+{
+    QFileDialog dialog(parent, QString(), startPath, filters.join(QStringLiteral(";;")));
+    dialog.setAcceptMode(mode);
+    dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    dialog.selectNameFilter(filters.value(startFilter - 1, filters.value(0)));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return {dialog.selectedFiles().constFirst(), int(filters.indexOf(dialog.selectedNameFilter())) + 1};
+}
+
+} // namespace
+
+ChosenDesignFile DesignDialogQuestions::chooseFileToLoad(QWidget* parent, const QStringList& filters,
+                                                         const QString& startPath, int startFilter)
+{
+    return choose(parent, QFileDialog::AcceptOpen, filters, startPath, startFilter);
+}
+
+ChosenDesignFile DesignDialogQuestions::chooseFileToSave(QWidget* parent, const QStringList& filters,
+                                                         const QString& startPath, int startFilter)
+{
+    return choose(parent, QFileDialog::AcceptSave, filters, startPath, startFilter);
+}
+
+void DesignDialogQuestions::showRefusal(QWidget* parent, const QString& text, const QString& title)
+{
+    QMessageBox::warning(parent, title, text);
+}
+
+} // namespace zunbrix
