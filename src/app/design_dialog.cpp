@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QVBoxLayout>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QShortcut>
@@ -78,12 +79,16 @@ CDesignDialog::CDesignDialog(DesignDocument& document, Language language, QWidge
     setMouseTracking(true);
     // The pictures' places are measured in a client area beneath the menu bar, as the gestures expect.
     menuBar_ = new QMenuBar(this);
-    const int menuHeight = menuBar_->sizeHint().height();
-    menuBar_->setGeometry(0, 0, kDesignClientWidth, menuHeight);
+    addMenus();
     client_ = new QWidget(this);
-    client_->setGeometry(0, menuHeight, kDesignClientWidth, kDesignClientHeight);
+    client_->setFixedSize(kDesignClientWidth, kDesignClientHeight);
     client_->setMouseTracking(true);
-    setFixedSize(kDesignClientWidth, menuHeight + kDesignClientHeight);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->setMenuBar(menuBar_);
+    layout->addWidget(client_);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
 
     for (const ViewPlace& place : kViewPlaces) {
         const auto index = static_cast<std::size_t>(place.view);
@@ -115,7 +120,6 @@ CDesignDialog::CDesignDialog(DesignDocument& document, Language language, QWidge
 
     addControls();
     addFields();
-    addMenus();
     setLanguage(language);
     updateUndoButtons();
     updateFlipBoxes();

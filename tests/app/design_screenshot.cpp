@@ -49,6 +49,7 @@ void customize(DesignEditor& editor)
         editor.addBkgTile(tileAt(0, row, kChecked));
         editor.addBkgTile(tileAt(31, row, kChecked));
     }
+    document.Attributes.fill(0);
     std::fill_n(document.Attributes.begin(), 8, std::uint8_t{0x55});
     document.CaptionText = editor.CaptionEdit = QStringLiteral("MY GAMES");
     editor.CaptionPos = {12, 2};
