@@ -3,6 +3,8 @@
 #include <QFileDialog>
 #include <QMessageBox>
 
+#include <algorithm>
+
 namespace zunbrix {
 
 namespace {
@@ -17,7 +19,8 @@ ChosenDesignFile choose(QWidget* parent, QFileDialog::AcceptMode mode, const QSt
     dialog.selectNameFilter(filters.value(startFilter - 1, filters.value(0)));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
-    return {dialog.selectedFiles().constFirst(), int(filters.indexOf(dialog.selectedNameFilter())) + 1};
+    // A platform dialog that reports no type chose the first.
+    return {dialog.selectedFiles().constFirst(), std::max(1, int(filters.indexOf(dialog.selectedNameFilter())) + 1)};
 }
 
 } // namespace
