@@ -83,6 +83,11 @@ CDesignDialog::CDesignDialog(DesignDocument& document, Language language, QWidge
     client_ = new QWidget(this);
     client_->setFixedSize(kDesignClientWidth, kDesignClientHeight);
     client_->setMouseTracking(true);
+    // The designer's own light violet behind its labels and check boxes, which let it show through.
+    QPalette violet = client_->palette();
+    violet.setColor(QPalette::Window, QColor(0xBE, 0xB9, 0xFF));
+    client_->setPalette(violet);
+    client_->setAutoFillBackground(true);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
