@@ -16,6 +16,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <span>
+
 namespace zunbrix {
 namespace {
 
@@ -73,6 +76,22 @@ TEST_F(DesignDialogTest, DeleteRemovesTheSelectedTileAsOneStep)
     EXPECT_TRUE(placedTiles().empty());
     QTest::keyClick(&dialog_, Qt::Key_Z, Qt::ControlModifier);
     expectTile21At10And12(placedTiles());
+}
+
+TEST_F(DesignDialogTest, ShiftHeldDrawsARubberBandThatSelectsUntilShiftIsLetGo)
+{
+    dragTile();
+    QTest::keyPress(&dialog_, Qt::Key_Shift);
+    QTest::mousePress(dialog_.client(), Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 9, 11));
+    QTest::mouseMove(dialog_.client(), cellOf(DesignView::NameTableView, 11, 13));
+    QTest::mouseRelease(dialog_.client(), Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 11, 13));
+    ASSERT_TRUE(placedTiles()[0].isSelected());
+    QTest::keyRelease(&dialog_, Qt::Key_Shift);
+
+    // With Shift let go, a press on an empty cell is a plain click again: the marks go off.
+    QTest::mousePress(dialog_.client(), Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 1, 1));
+    QTest::mouseRelease(dialog_.client(), Qt::LeftButton, {}, cellOf(DesignView::NameTableView, 1, 1));
+    EXPECT_FALSE(placedTiles()[0].isSelected());
 }
 
 TEST_F(DesignDialogTest, DragTextCheckBoxLetsAPlacedTileBeMoved)
@@ -317,6 +336,9 @@ TEST_F(DesignDialogTest, DisplayItemsAndFlagBoxesRedrawWithoutAnUndoStep)
     EXPECT_EQ(document_.BigSprite, 1);
     EXPECT_TRUE(dialog_.undoButton()->isEnabled());
 
+    // The quick mode copies the factory glyph clicked on into the selected background tile, tile 0.
+    QTest::mouseClick(dialog_.client(), Qt::LeftButton, {}, testing::cellOf(DesignView::TargetCharRow, 'A' - 32, 0));
+    EXPECT_TRUE(std::ranges::equal(document_.tile(0, 0), std::span(document_.DefaultChr).subspan(0x41 * 16, 16)));
     // A click outside the strips and the background tiles drops the quick mode, and its box shows it.
     QTest::mouseClick(dialog_.client(), Qt::LeftButton, {}, testing::cellOf(DesignView::AttrView, 0, 0));
     EXPECT_FALSE(dialog_.editor().QuickToBg);
