@@ -63,7 +63,8 @@ const FileCommand kFileCommands[] = {
      [](DesignEditor& e, const QString& p, int) { return LoadNameTable(e, p); }},
     {c::SaveNameTable, kSave, f::kNameTable, false,
      [](DesignEditor& e, const QString& p, int n) { return SaveNameTable(e, p, n); }},
-    {c::LoadSprites, kLoad, f::kSprites, true, [](DesignEditor& e, const QString& p, int) { return LoadSprites(e, p); }},
+    {c::LoadSprites, kLoad, f::kSprites, true,
+     [](DesignEditor& e, const QString& p, int) { return LoadSprites(e, p); }},
     {c::SaveSprites, kSave, f::kSprites, false,
      [](DesignEditor& e, const QString& p, int n) { return SaveSprites(e, p, n); }},
     {c::LoadBkgPalette, kLoad, f::kPalette, true,
@@ -74,7 +75,8 @@ const FileCommand kFileCommands[] = {
      [](DesignEditor& e, const QString& p, int) { return LoadPalette(e, PaletteKind::Sprites, p); }},
     {c::SaveSpritePalette, kSave, f::kPalette, false,
      [](DesignEditor& e, const QString& p, int n) { return SavePalette(e, PaletteKind::Sprites, p, n); }},
-    {c::ExportCharMap, kSave, f::kCharMap, false, [](DesignEditor& e, const QString& p, int) { return SaveCharMap(e, p); }},
+    {c::ExportCharMap, kSave, f::kCharMap, false,
+     [](DesignEditor& e, const QString& p, int) { return SaveCharMap(e, p); }},
 };
 
 // The file type last chosen with each button, for the life of the process.

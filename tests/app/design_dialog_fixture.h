@@ -76,7 +76,10 @@ protected:
     }
 
     // Tile editor pixel (3, 2) of tile 0, the background tile the designer starts on, in palette entry 1.
-    void paintPixel() { QTest::mouseClick(dialog_.client(), Qt::LeftButton, {}, cellOf(DesignView::BgTileEditor, 3, 2)); }
+    void paintPixel()
+    {
+        QTest::mouseClick(dialog_.client(), Qt::LeftButton, {}, cellOf(DesignView::BgTileEditor, 3, 2));
+    }
     // Tile $21 of the background bank onto cell (10, 12) of the name table.
     void dragTile()
     {
