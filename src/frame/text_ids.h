@@ -97,6 +97,13 @@ inline constexpr int ReplacementHoldsSearch = 1037;
 inline constexpr int ReplacementGrowsName = 1038;
 inline constexpr int ReplaceAllNotUndoable = 1039;
 
+// The update service.
+inline constexpr int UpdateProgressTitle = 186;
+inline constexpr int UpdateVersionsTitle = 187;
+inline constexpr int NoticeTitle = 285;
+inline constexpr int UpdateRecordUnreadable = 1080;
+inline constexpr int UpdateDownloadFailed = 1081;
+
 // The menu designer's window.
 inline constexpr int DesignerTitle = 222;
 inline constexpr int UndoButton = 294;

@@ -36,9 +36,9 @@ UpdateAction DecideUpdate(UpdateCheck check, const VersionNumber& current, const
     return check == UpdateCheck::Startup ? UpdateAction::Offer : UpdateAction::Nothing;
 }
 
-QString UpdateFilePath(const UpdateRecord& record)
+QString UpdateFilePath(const UpdateRecord& record, const QString& programFolder)
 {
-    QString path = ExeFolder() + QStringLiteral("/Zunbrix_") + VersionNumber::fromText(record.version).toText();
+    QString path = WithForwardSlashes(programFolder) + QStringLiteral("/Zunbrix_") + VersionNumber::fromText(record.version).toText();
 #ifdef Q_OS_WIN
     path += QStringLiteral(".exe");
 #endif

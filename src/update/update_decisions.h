@@ -25,9 +25,9 @@ bool CanInstallUpdate(const VersionNumber& current, const UpdateRecord& record);
 // the user always sees the offer.
 UpdateAction DecideUpdate(UpdateCheck check, const VersionNumber& current, const UpdateRecord& record);
 
-// Where the new program is downloaded to: beside the running one, named Zunbrix_<version> (".exe" on Windows).
-// The version is written as read by VersionNumber, so the record's text cannot lead elsewhere.
-QString UpdateFilePath(const UpdateRecord& record);
+// Where the new program is downloaded to: in the running one's folder, named Zunbrix_<version> (".exe" on
+// Windows). The version is written as read by VersionNumber, so the record's text cannot lead elsewhere.
+QString UpdateFilePath(const UpdateRecord& record, const QString& programFolder);
 
 // A notice is shown when its id is above the last one shown, or, with `restart_show`, once in each run.
 bool NoticeDue(const NotifyRecord& record, quint32 lastNotifyId, bool shownThisRun);

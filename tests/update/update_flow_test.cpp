@@ -114,8 +114,8 @@ TEST(UpdateDecisions, NewProgramLiesBesideTheRunningOne)
 #ifdef Q_OS_WIN
     expected += QStringLiteral(".exe");
 #endif
-    EXPECT_EQ(UpdateFilePath(update("1.0.0.10", false)), expected);
-    EXPECT_EQ(FolderOf(UpdateFilePath(update("../../1.0.0.10", false))), ExeFolder());
+    EXPECT_EQ(UpdateFilePath(update("1.0.0.10", false), ExeFolder()), expected);
+    EXPECT_EQ(FolderOf(UpdateFilePath(update("../../1.0.0.10", false), ExeFolder())), ExeFolder());
 }
 
 TEST(Notices, ShownOncePerIdOrOncePerRunWithRestartShow)
