@@ -25,9 +25,10 @@ public:
     QPushButton* firstButton() const { return first_; }
     QPushButton* noButton() const { return no_; }
 
-private:
+protected:
     void applyTexts() override;
 
+private:
     QPlainTextEdit* message_ = nullptr;
     QPushButton* first_ = nullptr;
     QPushButton* no_ = nullptr;

@@ -27,6 +27,7 @@ protected:
     // Sets every word of the dialog; a derived constructor calls it once its controls exist.
     virtual void applyTexts() = 0;
     QString text(int id) const { return StringTable::Get(id, language_); }
+    Language language() const { return language_; }
 
 private:
     Language language_;

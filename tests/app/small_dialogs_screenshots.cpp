@@ -5,6 +5,8 @@
 #include "app/export_settings_dialog.h"
 #include "app/extern_menu_dialog.h"
 #include "app/message_dialog.h"
+#include "app/notice_dialog.h"
+#include "app/update_dialog.h"
 #include "support/private_settings.h"
 
 #include <QApplication>
@@ -30,6 +32,15 @@ int main(int argc, char** argv)
     zunbrix::testing::PrivateSettings settings; // the pictures show the defaults, never the user's values
 
     const QString message = QStringLiteral("Contra.nes: mapper 5 is not supported\nTetris.nes: file is truncated");
+    UpdateRecord offered;
+    offered.version = QStringLiteral("1.1.0.0");
+    offered.urlX86 = QStringLiteral("https://example.invalid/Zunbrix.exe");
+    offered.urlLinuxX64 = QStringLiteral("https://example.invalid/Zunbrix");
+    offered.updateDescribe = {
+        {QStringLiteral("en-us"), QStringLiteral("- Menus with 3072 games build faster\n- NES 2.0 headers are read")},
+        {QStringLiteral("zh-cn"), QString::fromUtf8("- 3072 个游戏的菜单构建更快\n- 支持读取 NES 2.0 文件头")}};
+    const QString notice = QStringLiteral("The release location has moved; this version knows the new one.");
+
     using Make = std::function<std::unique_ptr<CSmallDialog>(Language)>;
     const std::vector<std::pair<QString, Make>> dialogs = {
         {QStringLiteral("export-settings"), [](Language l) { return std::make_unique<CExportSettingsDialog>(l); }},
@@ -46,6 +57,11 @@ int main(int argc, char** argv)
                                                      CMessageDialog::Buttons::YesNo, l);
          }},
         {QStringLiteral("about"), [](Language l) { return std::make_unique<CAboutDialog>(l); }},
+        {QStringLiteral("update"),
+         [&](Language l) {
+             return std::make_unique<CUpdateDialog>(offered, VersionNumber::fromText(QStringLiteral("1.0.0.9")), l);
+         }},
+        {QStringLiteral("notice"), [&](Language l) { return std::make_unique<CNoticeDialog>(notice, l); }},
     };
     bool saved = true;
     for (const auto& [name, make] : dialogs) {
