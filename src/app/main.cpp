@@ -1,4 +1,5 @@
 #include "app/main_dialog.h"
+#include "app/window_update.h"
 #include "frame/crash_dump.h"
 
 #include <QApplication>
@@ -18,6 +19,8 @@ int main(int argc, char* argv[])
     zunbrix::CMainDialog window(std::make_unique<zunbrix::DialogQuestions>());
     QObject::connect(&window, &zunbrix::CMainDialog::exited, &application, &QApplication::quit, Qt::QueuedConnection);
     window.show();
+    zunbrix::WindowUpdate update(window);
+    update.start();
     // Names on the command line are meant from the current folder, where the list's own relative paths start
     // at the program's folder.
     QStringList names;

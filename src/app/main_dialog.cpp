@@ -63,9 +63,6 @@ constexpr int kTrayTipLength = 128;
 constexpr int kRomInfoText = 156;
 constexpr int kOfferToShowText = 284;
 
-// Commands whose windows come with later versions: greyed until then.
-constexpr int kWindowsToCome[] = {command::Update};
-
 QString lastFolder(const char* name)
 {
     QString folder;
@@ -357,7 +354,11 @@ void CMainDialog::runCommand(int id, MainCommandState::Origin origin)
     case command::FindReplace: openFindReplace(); break;
     case command::Design: openDesigner(); break;
     case command::ExternMenuSettings: editExternMenu(); break;
-    case command::ExportSettings: CExportSettingsDialog(language(), this).exec(); break;
+    case command::ExportSettings:
+        if (CExportSettingsDialog(language(), this).exec() == QDialog::Accepted)
+            Q_EMIT updateCheckAsked(true);
+        break;
+    case command::Update: Q_EMIT updateCheckAsked(false); break;
     case command::About: CAboutDialog(language(), this).exec(); break;
     case command::Topmost: {
         // A new flag hides the window; one hidden in the tray stays there.
@@ -414,8 +415,10 @@ void CMainDialog::openDesigner()
 
 void CMainDialog::editExternMenu()
 {
-    CExtrenMenuDialog(language(), this).exec();
+    const int result = CExtrenMenuDialog(language(), this).exec();
     state_.reloadExternMenuPath();
+    if (result == CExtrenMenuDialog::kConfirmed)
+        Q_EMIT updateCheckAsked(true);
 }
 
 void CMainDialog::runListButton(int id)
@@ -651,8 +654,7 @@ void CMainDialog::showMarks()
 {
     for (auto it = actions_.cbegin(); it != actions_.cend(); ++it) {
         it.value()->setChecked(state_.checked(it.key()));
-        it.value()->setEnabled(state_.enabled(it.key()) && std::ranges::find(kWindowsToCome, it.key()) ==
-                                                                std::ranges::end(kWindowsToCome));
+        it.value()->setEnabled(state_.enabled(it.key()));
     }
 }
 

@@ -72,6 +72,8 @@ Q_SIGNALS:
     void workFinished();
     // The window has exited; the program ends here.
     void exited();
+    // Check Update was chosen (`silent` false), or a settings dialog was confirmed (`silent` true).
+    void updateCheckAsked(bool silent);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
