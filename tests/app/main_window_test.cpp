@@ -97,7 +97,7 @@ protected:
     // Waits until the window's long work has ended and its result is shown.
     void waitIdle()
     {
-        QTRY_VERIFY_WITH_TIMEOUT(!window->busy(), kWaitMs);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !window->busy(); }, kWaitMs)) << "the long work ends";
         QCoreApplication::processEvents();
     }
 
@@ -186,7 +186,7 @@ TEST_F(MainWindow, NoCellSaysWhyTheBoardCannotTakeTheGame)
     const QPoint at = view->visualRect(cell).center();
     QHelpEvent help(QEvent::ToolTip, at, view->viewport()->mapToGlobal(at));
     QCoreApplication::sendEvent(view->viewport(), &help);
-    QTRY_VERIFY(QToolTip::isVisible());
+    ASSERT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); }));
     EXPECT_EQ(QToolTip::text(), QStringLiteral("1.mmc1 Mapper1 not supported!"));
 }
 
@@ -315,7 +315,7 @@ TEST_F(FilledWindow, NameIsEditedInPlaceAndEscapeKeepsTheText)
     QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
     auto* editor = view->viewport()->findChild<QLineEdit*>();
     ASSERT_NE(editor, nullptr) << "the edit box opens over the name";
-    QTRY_VERIFY(editor->hasFocus());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor->hasFocus(); }));
     editor->selectAll();
     QTest::keyClicks(editor, QStringLiteral("Contra Force"));
     QTest::keyClick(editor, Qt::Key_Escape);
@@ -518,10 +518,10 @@ TEST_F(MainWindow, StartDeletesTheOldProgramAnUpdateLeftAndNamesANewCrashReportO
     QFile(report).open(QIODevice::WriteOnly);
     openWindow();
 
-    QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(oldProgram), kWaitMs);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !QFile::exists(oldProgram); }, kWaitMs));
     QString left;
-    QTRY_VERIFY_WITH_TIMEOUT(RegistryStore::GetString(kMainKey, QStringLiteral("Delete"), left) && left.isEmpty(),
-                             kWaitMs);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return RegistryStore::GetString(kMainKey, QStringLiteral("Delete"), left) && left.isEmpty(); }, kWaitMs));
     ASSERT_EQ(questions->messages.size(), 1u);
     EXPECT_EQ(lastMessage(), QStringLiteral("Zunbrix crashed earlier; its crash report is ") + report);
 
@@ -660,7 +660,7 @@ TEST_F(MainWindow, BuildsACoolboyMulticartThatBootsInFceux)
     };
     window->action(command::BuildCoolboy)->trigger();
     waitIdle();
-    QTRY_VERIFY_WITH_TIMEOUT(!questions->opened.isEmpty(), kWaitMs);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !questions->opened.isEmpty(); }, kWaitMs));
 
     ASSERT_GE(questions->messages.size(), 2u);
     EXPECT_EQ(questions->messages[0].text, StringTable::Get(194, Language::English));
