@@ -37,8 +37,8 @@ int main(int argc, char** argv)
     offered.urlX86 = QStringLiteral("https://example.invalid/Zunbrix.exe");
     offered.urlLinuxX64 = QStringLiteral("https://example.invalid/Zunbrix");
     offered.updateDescribe = {
-        {QStringLiteral("en-us"), QStringLiteral("- Menus with 3072 games build faster\n- NES 2.0 headers are read")},
-        {QStringLiteral("zh-cn"), QString::fromUtf8("- 3072 个游戏的菜单构建更快\n- 支持读取 NES 2.0 文件头")}};
+        {QStringLiteral("en-us"), QStringLiteral("- Menus with 2048 games build faster\n- NES 2.0 headers are read")},
+        {QStringLiteral("zh-cn"), QString::fromUtf8("- 2048 个游戏的菜单构建更快\n- 支持读取 NES 2.0 文件头")}};
     const QString notice = QStringLiteral("The release location has moved; this version knows the new one.");
 
     using Make = std::function<std::unique_ptr<CSmallDialog>(Language)>;
