@@ -11,6 +11,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QVBoxLayout>
 #include <QMessageBox>
@@ -203,7 +204,9 @@ void CDesignDialog::keyPressEvent(QKeyEvent* event)
         controller_.shiftKeyDown();
         return;
     default:
-        if (const int arrow = spriteArrowOf(event->key()); arrow != 0 && event->modifiers() == Qt::NoModifier)
+        // A field passes on the arrows it has no use for (up and down); typing must not move the sprites.
+        if (const int arrow = spriteArrowOf(event->key());
+            arrow != 0 && event->modifiers() == Qt::NoModifier && !fieldHasFocus())
             runCommand(arrow);
         else
             QDialog::keyPressEvent(event);
@@ -228,6 +231,12 @@ void CDesignDialog::closeEvent(QCloseEvent* event)
         CloseDesigner(editor_);
     }
     QDialog::closeEvent(event);
+}
+
+bool CDesignDialog::fieldHasFocus() const
+{
+    const QWidget* focus = focusWidget();
+    return focus == captionField_ || focus == textField_;
 }
 
 bool CDesignDialog::secondPressOfDoubleClick(const QMouseEvent* event)

@@ -111,6 +111,7 @@ private:
     // The caption and text fields (design_fields.cpp).
     void addFields();
     bool fieldKeyPressed(QLineEdit* field, const QKeyEvent* event);
+    bool fieldHasFocus() const;
     void fieldKeyReleased(QLineEdit* field, const QKeyEvent* event);
     // The Load and Save buttons (design_files.cpp); false for any other command.
     bool runFileCommand(int command);

@@ -209,6 +209,7 @@ using Places = std::vector<std::pair<int, int>>;
 TEST_F(DesignDialogTest, ArrowKeysAndButtonsMoveTheSelectedSpriteOrAllAndUndoTakesEachBack)
 {
     placeThreeSprites(dialog_.editor(), {1});
+    dialog_.setFocus(); // out of the caption field, which has the keyboard when the window opens
     QTest::keyClick(&dialog_, Qt::Key_Right);
     QTest::keyClick(&dialog_, Qt::Key_Up);
     EXPECT_EQ(spritePlaces(document_), (Places{{100, 50}, {121, 59}, {140, 70}}));
@@ -232,6 +233,18 @@ TEST_F(DesignDialogTest, ArrowKeysAndButtonsMoveTheSelectedSpriteOrAllAndUndoTak
     for (int i = 0; i < 51; ++i)
         QTest::keyClick(&dialog_, Qt::Key_Up);
     EXPECT_EQ(spritePlaces(document_), (Places{{99, -1}, {119, 8}, {139, 19}}));
+}
+
+TEST_F(DesignDialogTest, ArrowKeysTypedInAFieldStayInTheField)
+{
+    placeThreeSprites(dialog_.editor(), {});
+    for (QLineEdit* field : {dialog_.captionField(), dialog_.textField()}) {
+        field->setFocus();
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right})
+            QTest::keyClick(field, key);
+    }
+    EXPECT_EQ(spritePlaces(document_), (Places{{100, 50}, {120, 60}, {140, 70}}));
+    EXPECT_FALSE(dialog_.undoButton()->isEnabled());
 }
 
 TEST_F(DesignDialogTest, BackgroundAndAttributeArrowsMoveByCellsAndQuadrants)
