@@ -1,6 +1,6 @@
 // The designer's Load and Save buttons: each asks for a file through the window's questions and runs the
 // engine's reading or writing of that file kind. A refused file is named in a message with its problem; the
-// design stays as it was.
+// design stays as it was. A load of a file that can't be opened or is empty does nothing, without a word.
 #include "app/design_dialog.h"
 
 #include "designer/design_file_filters.h"
@@ -115,7 +115,9 @@ bool CDesignDialog::runFileCommand(int command)
     const DesignResult result = file->run(editor_, chosen.path, chosen.filter);
     if (!file->save)
         redrawEverything();
-    if (!result.ok()) {
+    const bool quietlyNothing =
+        !file->save && (result.fault == DesignFault::CannotOpen || result.fault == DesignFault::FileEmpty);
+    if (!result.ok() && !quietlyNothing) {
         const QString text = FormatText(StringTable::Get(text::DesignFaultFirst + result.number() - 1, language_),
                                          {QDir::toNativeSeparators(result.path), qint64{result.recordType}});
         questions_->showRefusal(this, text, StringTable::Get(text::TitleError, language_));
