@@ -1,5 +1,7 @@
 #include "app/design_questions.h"
 
+#include "designer/design_file_io.h"
+
 #include <QFileDialog>
 #include <QMessageBox>
 
@@ -9,11 +11,33 @@ namespace zunbrix {
 
 namespace {
 
+// The save adds the chosen type's extension to a name that lacks it. The dialog takes the name with that
+// extension before it accepts, so that the file it asks about replacing is the one that gets written.
+class DesignFileDialog : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+
+protected:
+    void accept() override
+    {
+        const QStringList chosen = selectedFiles();
+        if (acceptMode() == AcceptSave && chosen.size() == 1) {
+            // "name (*.ext)": the pattern between the parentheses.
+            const QString filter = selectedNameFilter();
+            const QString pattern = filter.section(QLatin1Char('('), 1).chopped(1);
+            const QString path = PathWithSaveExtension(chosen.constFirst(), pattern.toLatin1().constData());
+            if (path != chosen.constFirst())
+                selectFile(path);
+        }
+        QFileDialog::accept();
+    }
+};
+
 // Titles come from the system; the dialog keeps to the types offered.
 ChosenDesignFile choose(QWidget* parent, QFileDialog::AcceptMode mode, const QStringList& filters,
                         const QString& startPath, int startFilter)
 {
-    QFileDialog dialog(parent, QString(), startPath, filters.join(QStringLiteral(";;")));
+    DesignFileDialog dialog(parent, QString(), startPath, filters.join(QStringLiteral(";;")));
     dialog.setAcceptMode(mode);
     dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     dialog.selectNameFilter(filters.value(startFilter - 1, filters.value(0)));

@@ -5,6 +5,10 @@
 #include <QAbstractButton>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
 #include <QTemporaryDir>
 #include <QtEndian>
 
@@ -218,6 +222,63 @@ TEST_F(DesignFilesTest, BadFilesAreRefusedByNameAndTheDesignStays)
     ASSERT_EQ(questions_->refusals.size(), 2);
     EXPECT_TRUE(questions_->refusals[1].contains(QStringLiteral("64")));
     EXPECT_FALSE(QFile::exists(path("many.spl")));
+}
+
+} // namespace
+} // namespace zunbrix
+
+namespace zunbrix {
+namespace {
+
+// The system's save dialog as a person answers it: `name` typed into it, then the question it asks, if any,
+// answered by `overwrite`. Returns the path chosen and whether the dialog asked before replacing a file.
+struct SaveAnswer {
+    QString path;
+    bool askedToReplace = false;
+};
+
+SaveAnswer typeIntoSaveDialog(const QString& folder, const QString& name, QMessageBox::StandardButton overwrite)
+{
+    SaveAnswer answer;
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        dialog->selectFile(name);
+        QTimer::singleShot(0, [&] {
+            if (auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                answer.askedToReplace = true;
+                question->button(overwrite)->click();
+            }
+        });
+        QMetaObject::invokeMethod(dialog, "accept");
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+    DesignDialogQuestions questions;
+    answer.path = questions.chooseFileToSave(nullptr, {"qvm (*.qvm)"}, folder + QStringLiteral("/"), 1).path;
+    return answer;
+}
+
+TEST(DesignSaveDialog, AsksBeforeReplacingTheFileThatGetsTheAddedExtension)
+{
+    testing::windowApplication();
+    QTemporaryDir folder;
+    QFile old(folder.filePath("menu.qvm"));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.close();
+
+    const SaveAnswer declined = typeIntoSaveDialog(folder.path(), "menu", QMessageBox::No);
+    EXPECT_TRUE(declined.askedToReplace);
+    EXPECT_TRUE(declined.path.isEmpty());
+
+    const SaveAnswer accepted = typeIntoSaveDialog(folder.path(), "menu", QMessageBox::Yes);
+    EXPECT_TRUE(accepted.askedToReplace);
+    EXPECT_EQ(accepted.path, folder.filePath("menu.qvm"));
+
+    // A new name is not asked about; the extension is added as the file type says.
+    const SaveAnswer fresh = typeIntoSaveDialog(folder.path(), "other", QMessageBox::No);
+    EXPECT_FALSE(fresh.askedToReplace);
+    EXPECT_EQ(fresh.path, folder.filePath("other.qvm"));
 }
 
 } // namespace
