@@ -31,6 +31,10 @@ void CDesignDialog::addFields()
         labels_.emplace_back(label, labelText);
         auto* field = new QLineEdit(client_);
         field->setGeometry(x + labelWidth + 2, 16, fieldWidth, 22);
+        // On the window's light violet like every other control.
+        QPalette violet = field->palette();
+        violet.setColor(QPalette::Base, client_->palette().color(QPalette::Window));
+        field->setPalette(violet);
         field->installEventFilter(this);
         return field;
     };

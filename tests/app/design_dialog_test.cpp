@@ -394,6 +394,18 @@ TEST_F(DesignDialogTest, CaptionFieldHoldsThirtyTwoCharactersByRefusingKeys)
     EXPECT_FALSE(dialog_.undoButton()->isEnabled());
 }
 
+TEST_F(DesignDialogTest, FieldsAndLabelsStandOnTheDesignersLightViolet)
+{
+    const QColor violet(0xBE, 0xB9, 0xFF); // 0xFFB9BE as blue, green, red
+    for (QWidget* field : {static_cast<QWidget*>(dialog_.captionField()), static_cast<QWidget*>(dialog_.textField())}) {
+        const QImage picture = field->grab().toImage();
+        // Right of any text, inside the frame.
+        EXPECT_EQ(picture.pixelColor(picture.width() - 6, picture.height() / 2), violet);
+    }
+    const QImage client = dialog_.client()->grab().toImage();
+    EXPECT_EQ(client.pixelColor(2, 2), violet);
+}
+
 TEST_F(DesignDialogTest, TextFieldHoldsThirtyTwoAndAddPlacesItsText)
 {
     QLineEdit* text = dialog_.textField();
