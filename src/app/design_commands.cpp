@@ -376,8 +376,11 @@ void CDesignDialog::runCommand(int command)
     if (runFileCommand(command))
         return;
     const bool checked = control(command) != nullptr && control(command)->isChecked();
-    if (const EngineCommand* engine = findEntry(kEngineCommands, command))
+    if (const EngineCommand* engine = findEntry(kEngineCommands, command)) {
         engine->run(editor_);
+        if (command == c::ResetAttributes)
+            controller_.rereadAttribute();
+    }
     else if (const FlagBox* box = findEntry(kFlagBoxes, command))
         editor_.*box->flag = checked;
     else if (const FlipBox* flip = findEntry(kFlipBoxes, command))

@@ -48,6 +48,9 @@ public:
     // The Shift key: while it is down, a press starts a rubber band. Letting it go ends the band.
     void shiftKeyDown();
     GestureResult shiftKeyUp();
+    // The selected colour taken anew from the attribute byte, after a command replaced the attributes; the
+    // palette views then pick again even the entry they picked last.
+    void rereadAttribute() { picks_.rereadAttribute(); }
 
     DragMode dragMode() const { return dragMode_; }
     DragSource dragSource() const { return dragSource_; }

@@ -264,6 +264,21 @@ TEST_F(DesignDialogTest, BackgroundAndAttributeArrowsMoveByCellsAndQuadrants)
     EXPECT_EQ(document_.Attributes[9], 0);
 }
 
+TEST_F(DesignDialogTest, AttributeResetLetsThePaletteEntryPickedLastBePickedAgain)
+{
+    // Entry 1 of the palette that the top left quadrant of the first attribute byte doesn't use yet.
+    const int factory = document_.Attributes[0] & 3;
+    const int palette = (factory + 1) & 3;
+    const QPoint entry = cellOf(DesignView::BgPaletteView, palette * 4 + 1, 0);
+    QTest::mouseClick(dialog_.client(), Qt::LeftButton, {}, entry);
+    ASSERT_EQ(document_.Attributes[0] & 3, palette);
+
+    dialog_.control(c::ResetAttributes)->click();
+    ASSERT_EQ(document_.Attributes[0] & 3, factory);
+    QTest::mouseClick(dialog_.client(), Qt::LeftButton, {}, entry);
+    EXPECT_EQ(document_.Attributes[0] & 3, palette);
+}
+
 TEST_F(DesignDialogTest, MenuCommandsChangeTheDesignEachAsOneUndoStep)
 {
     QMenuBar* bar = dialog_.menuBar();
