@@ -22,9 +22,8 @@ protected:
     {
         const QStringList chosen = selectedFiles();
         if (acceptMode() == AcceptSave && chosen.size() == 1) {
-            // "name (*.ext)": the pattern between the parentheses.
-            const QString filter = selectedNameFilter();
-            const QString pattern = filter.section(QLatin1Char('('), 1).chopped(1);
+            // "name (*.ext)": the pattern in the last parentheses; a name may have its own, "bin(MMC5)".
+            const QString pattern = selectedNameFilter().section(QLatin1Char('('), -1).chopped(1);
             const QString path = PathWithSaveExtension(chosen.constFirst(), pattern.toLatin1().constData());
             if (path != chosen.constFirst())
                 selectFile(path);

@@ -237,7 +237,8 @@ struct SaveAnswer {
     bool askedToReplace = false;
 };
 
-SaveAnswer typeIntoSaveDialog(const QString& folder, const QString& name, QMessageBox::StandardButton overwrite)
+SaveAnswer typeIntoSaveDialog(const QString& folder, const QString& name, QMessageBox::StandardButton overwrite,
+                              const QStringList& filters = {"qvm (*.qvm)"}, int filter = 1)
 {
     SaveAnswer answer;
     QTimer::singleShot(0, [&] {
@@ -255,7 +256,7 @@ SaveAnswer typeIntoSaveDialog(const QString& folder, const QString& name, QMessa
             dialog->reject();
     });
     DesignDialogQuestions questions;
-    answer.path = questions.chooseFileToSave(nullptr, {"qvm (*.qvm)"}, folder + QStringLiteral("/"), 1).path;
+    answer.path = questions.chooseFileToSave(nullptr, filters, folder + QStringLiteral("/"), filter).path;
     return answer;
 }
 
@@ -279,6 +280,11 @@ TEST(DesignSaveDialog, AsksBeforeReplacingTheFileThatGetsTheAddedExtension)
     const SaveAnswer fresh = typeIntoSaveDialog(folder.path(), "other", QMessageBox::No);
     EXPECT_FALSE(fresh.askedToReplace);
     EXPECT_EQ(fresh.path, folder.filePath("other.qvm"));
+
+    // The type chosen gives the extension, also where its name has parentheses of its own.
+    const QStringList attributes{"attr (*.attr)", "bin (*.bin)", "attr(MMC5) (*.attr)", "bin(MMC5) (*.bin)"};
+    EXPECT_EQ(typeIntoSaveDialog(folder.path(), "table", QMessageBox::No, attributes, 4).path,
+              folder.filePath("table.bin"));
 }
 
 } // namespace
