@@ -3,6 +3,9 @@
 #include "frame/paths.h"
 
 #include <QFile>
+#include <QSaveFile>
+
+#include <algorithm>
 
 namespace zunbrix {
 
@@ -40,12 +43,34 @@ DesignResult ReadDesignFileStart(const QString& path, qint64 maxBytes, QByteArra
     return {};
 }
 
+namespace {
+
+// The part of the old file past the new bytes, which a save over it keeps.
+bool copyOldTail(const QString& path, qint64 from, QSaveFile& out)
+{
+    QFile old(path);
+    if (!old.exists())
+        return true;
+    if (!old.open(QIODevice::ReadOnly) || !old.seek(std::min(from, old.size())))
+        return false;
+    constexpr qint64 kPieceBytes = 1 << 20;
+    while (!old.atEnd()) {
+        const QByteArray piece = old.read(kPieceBytes);
+        if (piece.isEmpty() || out.write(piece) != piece.size())
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
 DesignResult WriteDesignFile(const QString& path, QByteArrayView bytes, Overwrite overwrite)
 {
-    QFile file(path);
-    const QIODevice::OpenMode mode =
-        overwrite == Overwrite::Truncate ? QIODevice::WriteOnly | QIODevice::Truncate : QIODevice::ReadWrite;
-    if (!file.open(mode) || file.write(bytes.data(), bytes.size()) != bytes.size())
+    // Written beside the old file and put in its place only when whole: a failed save leaves the old file.
+    QSaveFile out(path);
+    const bool written = out.open(QIODevice::WriteOnly) && out.write(bytes.data(), bytes.size()) == bytes.size() &&
+                         (overwrite == Overwrite::Truncate || copyOldTail(path, bytes.size(), out)) && out.commit();
+    if (!written)
         return DesignResult::failure(DesignFault::CannotWrite, path);
     return {};
 }
