@@ -223,14 +223,26 @@ void CDesignDialog::keyReleaseEvent(QKeyEvent* event)
 
 void CDesignDialog::closeEvent(QCloseEvent* event)
 {
-    if (!saved_) {
-        saved_ = true;
-        preview_->hide();
-        // The canvas thread reads nothing of the document, but it must not outlive the window's last picture.
-        canvasThread_.stop();
-        CloseDesigner(editor_);
-    }
+    keepDesign();
     QDialog::closeEvent(event);
+}
+
+void CDesignDialog::done(int result)
+{
+    // A dialog ended with a result is closed by Qt without a close event.
+    keepDesign();
+    QDialog::done(result);
+}
+
+void CDesignDialog::keepDesign()
+{
+    if (saved_)
+        return;
+    saved_ = true;
+    preview_->hide();
+    // The canvas thread reads nothing of the document, but it must not outlive the window's last picture.
+    canvasThread_.stop();
+    CloseDesigner(editor_);
 }
 
 bool CDesignDialog::fieldHasFocus() const

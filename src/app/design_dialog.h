@@ -51,6 +51,8 @@ public:
     // there are no factory tiles to start from.
     bool openDesign();
     void setLanguage(Language language);
+    // Ends the window as a close does, saving the design.
+    void done(int result) override;
 
     // Runs the command of that number (design_commands.h) as its button, check box or menu item does.
     void runCommand(int command);
@@ -126,6 +128,8 @@ private:
     void deleteSelection();
     // Undo or Redo; a snapshot that can't be applied is named in a message and the design stays.
     void stepHistory(DesignResult (*step)(DesignEditor&));
+    // Once, at the first close: stops the canvas thread and saves the design to the settings store.
+    void keepDesign();
     void updateUndoButtons();
 
     Language language_;

@@ -137,6 +137,19 @@ TEST_F(DesignDialogTest, EscapeClosesAndSavesWhatTheNextLoadSees)
     EXPECT_EQ(bkgPixel(fresh, 0, 3, 2), 1);
 }
 
+// The main window ends its modeless dialogs with a result when an update is offered; Qt then sends no close
+// event.
+TEST_F(DesignDialogTest, EndedWithAResultItSavesAsAClose)
+{
+    dragTile();
+    dialog_.done(0);
+    EXPECT_FALSE(dialog_.isVisible());
+
+    DesignDocument fresh;
+    ASSERT_TRUE(fresh.LoadDesign());
+    expectTile21At10And12(fresh.BkgTileList);
+}
+
 TEST_F(DesignDialogTest, ReopenedWindowCanUndoWhatTheLastOneDid)
 {
     dragTile();
