@@ -98,33 +98,30 @@ void UpdateFlow::updateFetched(UpdateCheck check, const QString& location, const
         CheckNotice();
         noticeTimer_.start();
     }
-    updateRecord_ = *record;
-    switch (DecideUpdate(check, setup_.currentVersion, updateRecord_)) {
+    switch (DecideUpdate(check, setup_.currentVersion, *record)) {
     case UpdateAction::Nothing:
         return;
     case UpdateAction::Offer:
-        offer();
+        offer(*record);
         return;
     case UpdateAction::Download:
-        startDownload(updateRecord_, false);
+        startDownload(*record, false);
         return;
     }
 }
 
-void UpdateFlow::offer()
+void UpdateFlow::offer(const UpdateRecord& record)
 {
     if (offerOpen_)
         return;
-    // The user confirms what they saw, even if a later check replaces the record meanwhile.
-    const UpdateRecord offered = updateRecord_;
     offerOpen_ = true;
     const QPointer<UpdateFlow> alive(this);
-    const bool confirmed = questions_.offerUpdate(offered, setup_.currentVersion);
+    const bool confirmed = questions_.offerUpdate(record, setup_.currentVersion);
     if (alive.isNull())
         return;
     offerOpen_ = false;
     if (confirmed)
-        startDownload(offered, true);
+        startDownload(record, true);
 }
 
 void UpdateFlow::startDownload(const UpdateRecord& record, bool userAsked)
@@ -187,10 +184,9 @@ void UpdateFlow::CheckNotice()
 void UpdateFlow::noticeFetched(const std::optional<NotifyRecord>& record)
 {
     if (record && !cancelled_) {
-        notice_ = *record;
-        if (NoticeDue(notice_, ReadLastNotifyId(), noticeShown_)) {
+        if (NoticeDue(*record, ReadLastNotifyId(), noticeShown_)) {
             const QPointer<UpdateFlow> alive(this);
-            showNotice();
+            showNotice(*record);
             if (alive.isNull())
                 return;
         }
@@ -198,15 +194,15 @@ void UpdateFlow::noticeFetched(const std::optional<NotifyRecord>& record)
     noticeRunning_ = false;
 }
 
-void UpdateFlow::showNotice()
+void UpdateFlow::showNotice(const NotifyRecord& notice)
 {
     // Not stored while a modal dialog is open, so the next round tries again.
     if (questions_.modalDialogOpen())
         return;
     // Counted as shown before the dialog waits, so that a close meanwhile does not bring it back.
     noticeShown_ = true;
-    StoreNoticeShown(notice_);
-    questions_.showNotice(TextFor(notice_.notifyMessage, questions_.language()));
+    StoreNoticeShown(notice);
+    questions_.showNotice(TextFor(notice.notifyMessage, questions_.language()));
 }
 
 } // namespace zunbrix

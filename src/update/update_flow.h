@@ -77,12 +77,12 @@ public:
 
 private:
     void updateFetched(UpdateCheck check, const QString& location, const std::optional<UpdateRecord>& record);
-    void offer();
+    void offer(const UpdateRecord& record);
     void startDownload(const UpdateRecord& record, bool userAsked);
     void downloadProgressed(qint64 done, qint64 total);
     void downloadEnded(bool complete, bool userAsked, const QString& url);
     void noticeFetched(const std::optional<NotifyRecord>& record);
-    void showNotice();
+    void showNotice(const NotifyRecord& notice);
     QString text(int id) const;
 
     UpdateQuestions& questions_;
@@ -95,8 +95,6 @@ private:
     std::thread noticeWorker_;
     std::thread downloadWorker_;
 
-    UpdateRecord updateRecord_;
-    NotifyRecord notice_;
     // Where the new program is fetched to, and whether it is there, whole and verified.
     QString updateFilePath_;
     bool downloaded_ = false;
