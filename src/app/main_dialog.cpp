@@ -629,6 +629,11 @@ void CMainDialog::exitWindow(CloseMarker marker)
     Q_EMIT exited();
 }
 
+void CMainDialog::showTitle(const QString& title)
+{
+    setWindowTitle(title.isEmpty() ? text(kWindowTitleText) : title);
+}
+
 void CMainDialog::contextMenuEvent(QContextMenuEvent* event)
 {
     shortMenu_->exec(event->globalPos());

@@ -54,6 +54,8 @@ public:
     QString statusText() const;
 
     QSystemTrayIcon* trayIcon() const { return tray_; }
+    // A title that tells how long work goes on; "" gives the window its own, in its language now.
+    void showTitle(const QString& title);
 
     // Adds games, folders and list files, as a drop of them does: read off the window's thread, appended when
     // read. Names given before the stored list has loaded wait for it.

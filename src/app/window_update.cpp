@@ -54,15 +54,7 @@ void WindowUpdate::showMessage(const QString& message)
 
 void WindowUpdate::showDownloadTitle(const QString& title)
 {
-    if (title.isEmpty()) {
-        if (!ownTitle_.isEmpty())
-            window_.setWindowTitle(ownTitle_);
-        ownTitle_.clear();
-        return;
-    }
-    if (ownTitle_.isEmpty())
-        ownTitle_ = window_.windowTitle();
-    window_.setWindowTitle(title);
+    window_.showTitle(title);
 }
 
 void WindowUpdate::closeForUpdate()

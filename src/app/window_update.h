@@ -28,8 +28,6 @@ public:
 private:
     CMainDialog& window_;
     UpdateFlow flow_;
-    // The window's title from before the download showed its progress there.
-    QString ownTitle_;
 };
 
 } // namespace zunbrix
