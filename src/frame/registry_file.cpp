@@ -159,8 +159,10 @@ bool write(const QString& path, const QString& key, const QString& name, const S
     if (!QDir().mkpath(QFileInfo(path).absolutePath()))
         return false;
     const QString entry = entryName(key, name);
+    QSettings settings(path, QSettings::IniFormat);
+    const QString before = settings.value(entry).toString();
     // Unchanged: not worth a new file and a rename, which every build would cost.
-    if (const std::optional<StoredValue> stored = read(path, key, name);
+    if (const std::optional<StoredValue> stored = decode(path, before);
         stored && stored->type == value.type && stored->bytes == value.bytes)
         return true;
     QString text;
@@ -172,8 +174,6 @@ bool write(const QString& path, const QString& key, const QString& name, const S
     } else {
         text = encode(value);
     }
-    QSettings settings(path, QSettings::IniFormat);
-    const QString before = settings.value(entry).toString();
     settings.setValue(entry, text);
     if (!saved(settings))
         return false;
