@@ -88,8 +88,11 @@ void UpdateFlow::CheckUpdate(bool automatic, bool silent)
 void UpdateFlow::updateFetched(UpdateCheck check, const QString& location, const std::optional<UpdateRecord>& record)
 {
     updateRunning_ = false;
+    // A fetch that was already done when the window closed is not acted on.
+    if (cancelled_)
+        return;
     if (!record) {
-        if (check == UpdateCheck::User && !cancelled_)
+        if (check == UpdateCheck::User)
             questions_.showMessage(FormatText(text(text::UpdateRecordUnreadable), {location}));
         return;
     }

@@ -273,6 +273,24 @@ TEST_F(UpdateFlowTest, SecondCheckWhileOneRunsIsDropped)
     EXPECT_EQ(window.messages, QStringList()) << "a check cancelled by the close says nothing";
 }
 
+TEST_F(UpdateFlowTest, RecordThatComesBackAfterTheCloseIsNotActedOn)
+{
+    server->serve(kUpdatePath, {.body = updateJson("1.0.0.10", false, server->url(kProgramPath))});
+    UpdateFlow flow(window, setup());
+
+    // The record is fetched and handed back while the window's thread is busy; the close comes before the
+    // window's thread takes it. (A fetch slower than the second is cancelled instead, which offers nothing too.)
+    flow.start();
+    const QDeadlineTimer deadline(30000);
+    while (requests(kUpdatePath) == 0 && !deadline.hasExpired())
+        QThread::msleep(5);
+    ASSERT_EQ(requests(kUpdatePath), 1);
+    QThread::msleep(1000);
+    flow.cancel();
+    ASSERT_TRUE(eventually([&] { return !flow.updateRunning(); }));
+    EXPECT_EQ(window.offeredVersions, QStringList()) << "no offer over a window that has exited";
+}
+
 TEST_F(UpdateFlowTest, NoticeComesOncePerIdOrOncePerRunAndWaitsForModalDialogs)
 {
     server->serve(kUpdatePath, {.body = updateJson("1.0.0.9", false)});
