@@ -7,6 +7,7 @@
 #include "app/scripted_questions.h"
 #include "designer/design_editor.h"
 #include "designer/document.h"
+#include "designer/placed_entry.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -17,17 +18,7 @@
 namespace {
 
 using zunbrix::DesignEditor;
-using zunbrix::TileEntry;
-
-TileEntry tileAt(int x, int y, std::uint8_t tile, std::uint8_t palette = 0)
-{
-    TileEntry entry;
-    entry.x = x;
-    entry.y = y;
-    entry.tile = tile;
-    entry.palette = palette;
-    return entry;
-}
+using zunbrix::testing::Placed;
 
 // A framed screen in warm colours: a checked tile of its own round the edge, a second palette over the top
 // rows, sprites beside the caption, a text under the list.
@@ -44,19 +35,19 @@ void customize(DesignEditor& editor)
         document.tile(0, kChecked)[std::size_t(row + 8)] = row % 2 == 0 ? 0x55 : 0xAA;
     }
     for (int column = 0; column < 32; ++column) {
-        editor.addBkgTile(tileAt(column, 0, kChecked));
-        editor.addBkgTile(tileAt(column, 29, kChecked));
+        editor.addBkgTile(Placed(column, 0, kChecked));
+        editor.addBkgTile(Placed(column, 29, kChecked));
     }
     for (int row = 1; row < 29; ++row) {
-        editor.addBkgTile(tileAt(0, row, kChecked));
-        editor.addBkgTile(tileAt(31, row, kChecked));
+        editor.addBkgTile(Placed(0, row, kChecked));
+        editor.addBkgTile(Placed(31, row, kChecked));
     }
     document.Attributes.fill(0);
     std::fill_n(document.Attributes.begin(), 8, std::uint8_t{0x55});
     document.CaptionText = editor.CaptionEdit = QStringLiteral("MY GAMES");
     editor.CaptionPos = {12, 2};
     for (int i = 0; i < 4; ++i)
-        editor.addSprite(tileAt(64 + i * 36, 200, std::uint8_t(0x1A + i), std::uint8_t(i % 2)));
+        editor.addSprite(Placed(64 + i * 36, 200, std::uint8_t(0x1A + i), std::uint8_t(i % 2)));
     editor.addText(zunbrix::TextEntry{-1, 9, 24, QStringLiteral("PRESS START")});
 }
 

@@ -3,6 +3,7 @@
 #include "designer/canvas_renderer.h"
 #include "designer/design_editor.h"
 #include "designer/gesture_marks.h"
+#include "designer/placed_entry.h"
 #include "designer/tile_atlas.h"
 
 #include <gtest/gtest.h>
@@ -24,18 +25,6 @@ inline constexpr Pixel kSky11 = 0x0071EF;
 inline constexpr Pixel kIndigo01 = 0x24188E;
 inline constexpr Pixel kCrimson06 = 0xA60000;
 inline constexpr Pixel kGrey2D = 0x797979;
-
-// A tile or sprite placed at (x, y).
-inline TileEntry Placed(int x, int y, std::uint8_t tile, std::uint8_t palette = 0, std::uint8_t flip = 0)
-{
-    TileEntry entry;
-    entry.x = x;
-    entry.y = y;
-    entry.tile = tile;
-    entry.palette = palette;
-    entry.flip = flip;
-    return entry;
-}
 
 // A designer on blank tiles (every pixel value 0) with palettes whose entries all differ, so that each
 // pixel of a picture tells which palette entry drew it.

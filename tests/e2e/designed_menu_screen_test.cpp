@@ -3,9 +3,12 @@
 // master palette and compared pixel for pixel with the designer's picture of the screen; the sprites are
 // compared with the menu's sprite page.
 #include "designer/canvas_renderer.h"
+#include "designer/design_editor.h"
 #include "designer/design_persistence.h"
+#include "designer/gesture_marks.h"
 #include "designer/master_palette.h"
-#include "designer/render_fixture.h"
+#include "designer/placed_entry.h"
+#include "designer/tile_atlas.h"
 #include "e2e/menu_build_fixture.h"
 #include "e2e/zunbrix_build.h"
 
