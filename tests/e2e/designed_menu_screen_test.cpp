@@ -25,17 +25,21 @@ constexpr int kPageSize = 10;
 constexpr int kSpritePage = 0x0400; // the menu's copy of sprite memory, sent to the PPU each frame
 constexpr int kSprites = 64;
 
+std::uint8_t byteAt(const QByteArray& bytes, int index)
+{
+    return static_cast<std::uint8_t>(bytes.at(index));
+}
+
 // The PPU's memory as the menu left it.
 struct PpuMemory {
     QByteArray patterns; // both pattern tables, $0000-$1FFF
     QByteArray names;    // the first name table with its attribute table, $2000-$23FF
     QByteArray palettes; // $3F00-$3F1F
-};
 
-std::uint8_t byteAt(const QByteArray& bytes, int index)
-{
-    return static_cast<std::uint8_t>(bytes.at(index));
-}
+    // The tile of a cell of the first name table, and the attribute byte over it.
+    int tileAt(int column, int row) const { return byteAt(names, row * 32 + column); }
+    int attributeAt(int column, int row) const { return byteAt(names, 0x3C0 + (row / 4) * 8 + column / 4); }
+};
 
 // The background as the PPU draws it from the first pattern table: a pixel of value 0 takes the colour at
 // $3F00 whatever its palette, the others entry `value` of the cell's palette.
@@ -46,8 +50,8 @@ Surface ConsoleScreen(const PpuMemory& ppu)
         for (int x = 0; x < kScreenWidth; ++x) {
             const int column = x / 8;
             const int row = y / 8;
-            const int tile = byteAt(ppu.names, row * 32 + column);
-            const int attribute = byteAt(ppu.names, 0x3C0 + (row / 4) * 8 + column / 4);
+            const int tile = ppu.tileAt(column, row);
+            const int attribute = ppu.attributeAt(column, row);
             const int palette = (attribute >> (((row / 2) & 1) * 4 + ((column / 2) & 1) * 2)) & 3;
             const int bit = 7 - x % 8;
             const int low = (byteAt(ppu.patterns, tile * 16 + y % 8) >> bit) & 1;
@@ -84,8 +88,8 @@ QString FirstDifference(const Surface& designer, const Surface& console, const P
                 .arg(row)
                 .arg(designer.pixel(x, y), 6, 16, QLatin1Char('0'))
                 .arg(console.pixel(x, y), 6, 16, QLatin1Char('0'))
-                .arg(byteAt(ppu.names, row * 32 + column), 2, 16, QLatin1Char('0'))
-                .arg(byteAt(ppu.names, 0x3C0 + (row / 4) * 8 + column / 4), 2, 16, QLatin1Char('0'));
+                .arg(ppu.tileAt(column, row), 2, 16, QLatin1Char('0'))
+                .arg(ppu.attributeAt(column, row), 2, 16, QLatin1Char('0'));
         }
     }
     return {};
